@@ -1,0 +1,56 @@
+#include "cmddata/command/header.h"
+
+#include "../core/procs.h"
+
+CCmdHeaderWords::CCmdHeaderWords(std::uint32_t cmdId)
+    : cmdId_(cmdId), threadId_(cmddata::platform::CurrentThreadId()) {}
+
+CCmdBase::CCmdBase(std::uint32_t commandId) : CCmdBase(commandId, 1, 0) {}
+CCmdBase::CCmdBase(std::uint32_t commandId, std::uint16_t version, std::uint16_t reserved)
+    : CCmdCore(version, reserved), CCmdHeaderWords(commandId) {}
+CCmdBase::~CCmdBase() = default;
+
+void CCmdBase::RemoveAll() { ClearStatus(); }
+
+void CCmdBase::Read(CCmdReader& reader) {
+    cmddata::ReadProc p(reader);
+    HeaderFields(p);
+}
+void CCmdBase::Write(CCmdWriter& writer) {
+    cmddata::WriteProc p(writer);
+    HeaderFields(p);
+}
+void CCmdBase::Describe(cmddata::DescribeProc& proc) { HeaderFields(proc); }
+
+CCmdBaseInfo::CCmdBaseInfo(std::uint16_t version, std::uint16_t reserved)
+    : CCmdCore(version, reserved) {}
+CCmdBaseInfo::CCmdBaseInfo(std::uint32_t commandId) : CCmdBaseInfo(commandId, 1, 0) {}
+CCmdBaseInfo::CCmdBaseInfo(std::uint32_t commandId, std::uint16_t version,
+                           std::uint16_t reserved)
+    : CCmdCore(version, reserved), CCmdHeaderWords(commandId) {}
+CCmdBaseInfo::~CCmdBaseInfo() = default;
+
+void CCmdBaseInfo::operator=(CCmdBase& source) {
+    RemoveAll();  // virtual: a derived record empties its payload too
+    for (int n = 1; n <= 4; ++n) status_[n - 1] = source.GetStatusWord(n);
+    cmdId_ = source.GetCmdId();
+    threadId_ = source.GetThreadId();
+}
+
+void CCmdBaseInfo::CopyTo(CCmdBase* target) {
+    if (target == nullptr) return;
+    target->RemoveAll();  // virtual: the target message empties its payload too
+    for (int n = 1; n <= 4; ++n) target->SetStatusWord(n, status_[n - 1]);
+}
+
+void CCmdBaseInfo::RemoveAll() { ClearStatus(); }
+
+void CCmdBaseInfo::Read(CCmdReader& reader) {
+    cmddata::ReadProc p(reader);
+    InfoHeader(p);
+}
+void CCmdBaseInfo::Write(CCmdWriter& writer) {
+    cmddata::WriteProc p(writer);
+    InfoHeader(p);
+}
+void CCmdBaseInfo::Describe(cmddata::DescribeProc& proc) { InfoHeader(proc); }

@@ -1,0 +1,92 @@
+// The root class and the streams.
+#include "cmddata/core/core.h"
+
+#include "procs.h"
+#include "transfer.h"
+
+using cmddata::Result;
+namespace result = cmddata::result;
+using cmddata::detail::Access;
+
+CCmdCore::~CCmdCore() = default;
+
+void CCmdCore::Read(CCmdReader& reader) {
+    std::uint16_t sender = 0;  // stays 0 when the transfer moves nothing
+    reader.Read(&sender, 2);
+    reader.Read(&reserved_, 2);
+    version_ = version_ < sender ? 0 : sender;
+}
+
+void CCmdCore::Write(CCmdWriter& writer) {
+    writer.Write(&version_, 2);
+    writer.Write(&reserved_, 2);
+}
+
+void CCmdCore::RemoveAll() {}
+
+void CCmdCore::Describe(cmddata::DescribeProc& proc) { proc.Prefix(*this); }
+
+void CCmdStreamBase::Attach(cmddata::platform::MappingHandle mapping, std::uint32_t size) {
+    std::size_t viewSize = 0;
+    unsigned char* view = cmddata::platform::MapWholeView(mapping, &viewSize);
+    // The view is never unmapped: no stream owns it, and copies of a stream share it.
+    AttachView(view, viewSize < size ? static_cast<std::uint32_t>(viewSize) : size);
+}
+
+void CCmdStreamBase::AttachView(void* view, std::uint32_t size) {
+    position_ = base_ = static_cast<unsigned char*>(view);
+    size_ = size;
+}
+
+CCmdReader::~CCmdReader() = default;
+
+Result CCmdReader::Read(void* destination, std::int32_t count) {
+    if (destination == nullptr || count < 1) return lastError_ = result::kBadArgument;
+    return cmddata::detail::Transfer(*this, destination, static_cast<std::uint32_t>(count), true);
+}
+
+void CCmdReader::Read(CCmdCore* object) { object->Read(*this); }
+
+CCmdWriter::~CCmdWriter() = default;
+
+Result CCmdWriter::Write(const void* source, std::int32_t count) {
+    // Deliberately not stored: a bad call leaves the writer's last error as it was.
+    if (source == nullptr || count < 1) return result::kBadArgument;
+    return cmddata::detail::Transfer(*this, const_cast<void*>(source),
+                                     static_cast<std::uint32_t>(count), false);
+}
+
+void CCmdWriter::Write(CCmdCore* object) { object->Write(*this); }
+
+namespace cmddata {
+
+const char* ResultName(Result code) {
+    switch (code) {
+        case result::kOk: return "success";
+        case result::kBadArgument: return "bad argument";
+        case result::kOutOfMemory: return "out of memory";
+        case result::kPastEnd: return "past the end of the region";
+        case result::kNotAttached: return "stream not attached";
+        case result::kVerifyFailed: return "verification compare failed";
+        case result::kNullOutput: return "null output pointer";
+        case result::kItemMissing: return "item missing or text rejected";
+        default: return "unknown result";
+    }
+}
+
+namespace detail {
+
+bool CountFits(const CCmdReader& reader, std::uint32_t count, std::uint32_t minItemSize) {
+    if (!reader.IsAttached()) return count == 0;  // nothing is left to hold anything
+    const std::uint64_t left = reader.GetSize() - reader.GetPosition();
+    return static_cast<std::uint64_t>(count) * (minItemSize == 0 ? 1 : minItemSize) <= left;
+}
+
+void Exhaust(CCmdReader& reader) {
+    if (!reader.IsAttached()) return;
+    Access::Position(reader) = Access::Base(reader) + Access::Size(reader);
+    Access::LastError(reader) = result::kPastEnd;
+}
+
+}  // namespace detail
+}  // namespace cmddata

@@ -1,0 +1,177 @@
+// The describe processor: walks, decodes or measures a field list and reports to a visitor.
+#include "cmddata/core/describe.h"
+
+#include "cmddata/core/buffer.h"
+#include "procs.h"
+#include "transfer.h"
+
+namespace cmddata {
+
+const char* WireTypeName(WireType type) {
+    switch (type) {
+        case WireType::kU8: return "u8";
+        case WireType::kU16: return "u16";
+        case WireType::kU32: return "u32";
+        case WireType::kU64: return "u64";
+        case WireType::kString: return "string";
+        case WireType::kBuffer: return "buffer";
+        case WireType::kList: return "list";
+        case WireType::kRecord: return "record";
+        case WireType::kImage: return "image";
+        case WireType::kUnsent: return "unsent";
+    }
+    return "?";
+}
+
+FieldVisitor::~FieldVisitor() = default;
+void FieldVisitor::Scalar(const FieldInfo&, std::uint64_t) {}
+void FieldVisitor::Text(const FieldInfo&, const CCmdString&) {}
+void FieldVisitor::Bytes(const FieldInfo&, const unsigned char*, std::uint32_t) {}
+void FieldVisitor::BeginRecord(const FieldInfo&, const char*) {}
+void FieldVisitor::EndRecord(const FieldInfo&) {}
+void FieldVisitor::BeginList(const FieldInfo&, std::uint32_t, const char*) {}
+void FieldVisitor::EndList(const FieldInfo&) {}
+void FieldVisitor::Failure(const FieldInfo&, Result, const char*) {}
+
+DescribeProc::DescribeProc(FieldVisitor* visitor, CCmdReader* source, Mode mode)
+    : visitor_(visitor), source_(source), mode_(mode) {}
+DescribeProc::DescribeProc(FieldVisitor* visitor) : DescribeProc(visitor, nullptr, Mode::kWalk) {}
+DescribeProc::DescribeProc(FieldVisitor* visitor, CCmdReader& source)
+    : DescribeProc(visitor, &source, Mode::kDecode) {}
+DescribeProc DescribeProc::Minimal() { return DescribeProc(nullptr, nullptr, Mode::kMinimal); }
+
+FieldInfo DescribeProc::Info(const char* name, WireType type, std::uint32_t size) {
+    FieldInfo info{name, type, offset_, size, nextIndex_};
+    nextIndex_ = -1;
+    return info;
+}
+
+void DescribeProc::Fail(const FieldInfo& info, Result code, const char* why) {
+    if (failed_) return;
+    failed_ = true;
+    failureCode_ = code;
+    if (visitor_ != nullptr) visitor_->Failure(info, code, why);
+}
+
+bool DescribeProc::CheckRead(const FieldInfo& info, const char* why) {
+    const Result code = source_->GetLastError();
+    if (code != result::kOk) Fail(info, code, why);
+    return !failed_;
+}
+
+void DescribeProc::Fixed(const char* name, WireType type, void* value, std::uint32_t width) {
+    if (failed_) return;
+    const FieldInfo info = Info(name, type, width);
+    if (mode_ == Mode::kDecode) {
+        source_->Read(value, static_cast<std::int32_t>(width));
+        if (!CheckRead(info, "field")) return;
+    }
+    offset_ += width;
+    if (visitor_ == nullptr) return;
+    std::uint64_t v = 0;
+    std::memcpy(&v, value, width);  // little-endian hosts: the low bytes are the value
+    visitor_->Scalar(info, v);
+}
+
+void DescribeProc::Prefix(CCmdCore& self) {
+    if (failed_) return;
+    if (mode_ == Mode::kMinimal) detail::Access::Version(self) = 0;
+    if (mode_ == Mode::kDecode) {
+        // The version rule needs the sender's word and ours side by side: read as the core does.
+        const FieldInfo info = Info("version", WireType::kU16, 2);
+        std::uint16_t sender = 0;
+        source_->Read(&sender, 2);
+        if (!CheckRead(info, "version prefix")) return;
+        std::uint16_t& own = detail::Access::Version(self);
+        own = own < sender ? 0 : sender;
+        offset_ += 2;
+        if (visitor_ != nullptr) visitor_->Scalar(info, sender);
+        Fixed("reserved", WireType::kU16, &detail::Access::Reserved(self), 2);
+        return;
+    }
+    Fixed("version", WireType::kU16, &detail::Access::Version(self), 2);
+    Fixed("reserved", WireType::kU16, &detail::Access::Reserved(self), 2);
+}
+
+void DescribeProc::U8(const char* name, std::uint8_t& v) { Fixed(name, WireType::kU8, &v, 1); }
+void DescribeProc::U16(const char* name, std::uint16_t& v) { Fixed(name, WireType::kU16, &v, 2); }
+void DescribeProc::U32(const char* name, std::uint32_t& v) { Fixed(name, WireType::kU32, &v, 4); }
+void DescribeProc::U32(const char* name, std::int32_t& v) { Fixed(name, WireType::kU32, &v, 4); }
+void DescribeProc::U64(const char* name, std::uint64_t& v) { Fixed(name, WireType::kU64, &v, 8); }
+
+void DescribeProc::String(const char* name, CCmdString& text) { TextBody(name, text); }
+void DescribeProc::Buffer(const char* name, CCmdBuffer& buffer) { BufferBody(name, buffer); }
+
+void DescribeProc::TextBody(const char* name, CCmdString& text) {
+    if (failed_) return;
+    FieldInfo info = Info(name, WireType::kString, 0);
+    if (mode_ == Mode::kDecode) {
+        const std::uint32_t start = source_->GetPosition();
+        text.CCmdString::Read(*source_);
+        offset_ += source_->GetPosition() - start;
+        info.size = offset_ - info.offset;
+        if (!CheckRead(info, "string")) return;
+    } else {
+        if (mode_ == Mode::kMinimal) text.Initial();
+        info.size = 6 + text.GetSize();
+        offset_ += info.size;
+    }
+    if (visitor_ != nullptr) visitor_->Text(info, text);
+}
+
+void DescribeProc::BufferBody(const char* name, CCmdBuffer& buffer) {
+    if (failed_) return;
+    FieldInfo info = Info(name, WireType::kBuffer, 0);
+    if (mode_ == Mode::kDecode) {
+        const std::uint32_t start = source_->GetPosition();
+        buffer.CCmdBuffer::Read(*source_);
+        offset_ += source_->GetPosition() - start;
+        info.size = offset_ - info.offset;
+        if (!CheckRead(info, "buffer")) return;
+    } else {
+        if (mode_ == Mode::kMinimal) buffer.RemoveAll();
+        info.size = 8 + (buffer.GetAt() != nullptr ? buffer.GetSize() : 0);
+        offset_ += info.size;
+    }
+    if (visitor_ != nullptr) visitor_->Bytes(info, buffer.GetAt(), buffer.GetSize());
+}
+
+void DescribeProc::UnsentInfo(const char* name) {
+    if (visitor_ != nullptr && mode_ != Mode::kMinimal)
+        visitor_->Scalar(Info(name, WireType::kUnsent, 0), 0);
+}
+
+void DescribeProc::BeginRecord(const char* name, const char* typeName, FieldInfo* info) {
+    *info = Info(name, WireType::kRecord, 0);
+    if (typeName != nullptr && visitor_ != nullptr) visitor_->BeginRecord(*info, typeName);
+}
+
+void DescribeProc::EndRecord(FieldInfo* info) {
+    info->size = offset_ - info->offset;
+    if (visitor_ != nullptr) visitor_->EndRecord(*info);
+}
+
+std::uint32_t WireSize(CCmdCore& object) {
+    DescribeProc proc(nullptr);
+    object.Describe(proc);
+    return proc.Offset();
+}
+
+void Describe(CCmdCore& object, FieldVisitor& visitor) {
+    DescribeProc proc(&visitor);
+    object.Describe(proc);
+}
+
+Result DecodeAndDescribe(CCmdCore& object, CCmdReader& reader, FieldVisitor& visitor) {
+    DescribeProc proc(&visitor, reader);
+    object.Describe(proc);
+    return proc.FailureCode();
+}
+
+std::uint32_t MinimalWireSize(CCmdCore& scratch) {
+    DescribeProc proc = DescribeProc::Minimal();
+    scratch.Describe(proc);
+    return proc.Offset() == 0 ? 1 : proc.Offset();
+}
+
+}  // namespace cmddata

@@ -1,0 +1,102 @@
+// The header every message carries, and the header-with-prefix that info records keep.
+#pragma once
+
+#include <cstdint>
+
+#include "cmddata/core/fields.h"
+#include "cmddata/core/core.h"
+
+/// The header words shared by CCmdBase and CCmdBaseInfo: command identifier, thread id (never
+/// sent) and four status words whose meaning belongs to the two processes.
+class CMDDATA_API CCmdHeaderWords {
+public:
+    std::uint32_t GetCmdId() const { return cmdId_; }
+    std::uint32_t GetThreadId() const { return threadId_; }
+    void SetThreadId(std::uint32_t id) { threadId_ = id; }
+    /// Status word n (1 to 4); 0 for any other n.
+    std::uint32_t GetStatusWord(int n) const { return n >= 1 && n <= 4 ? status_[n - 1] : 0; }
+    /// Sets status word n (1 to 4); any other n is ignored.
+    void SetStatusWord(int n, std::uint32_t value) {
+        if (n >= 1 && n <= 4) status_[n - 1] = value;
+    }
+
+protected:
+    CCmdHeaderWords() = default;
+    explicit CCmdHeaderWords(std::uint32_t cmdId);
+    void ClearStatus() { status_[0] = status_[1] = status_[2] = status_[3] = 0; }
+    /// The 20 header bytes: identifier, then status words 1 to 4.
+    template <class P>
+    void HeaderFields(P& p) {
+        p.Ident("command_id", cmdId_);
+        p.U32("status_word_1", status_[0]);
+        p.U32("status_word_2", status_[1]);
+        p.U32("status_word_3", status_[2]);
+        p.U32("status_word_4", status_[3]);
+    }
+
+    std::uint32_t cmdId_ = 0;
+    std::uint32_t threadId_ = 0;
+    std::uint32_t status_[4] = {0, 0, 0, 0};
+};
+
+/// Base of every message: the 20-byte header (identifier and status words 1-4), no prefix.
+class CMDDATA_API CCmdBase : public CCmdCore, public CCmdHeaderWords {
+public:
+    explicit CCmdBase(std::uint32_t commandId);
+    CCmdBase(std::uint32_t commandId, std::uint16_t version, std::uint16_t reserved);
+    CCmdBase(const CCmdBase&) = default;
+    CCmdBase& operator=(const CCmdBase&) = default;
+    ~CCmdBase() override;
+
+    /// Zeroes the status words; identifier, thread id, version and reserved word stay.
+    void RemoveAll() override;
+    /// Reads the header; the identifier in the region replaces ours, unchecked.
+    void Read(CCmdReader& reader) override;
+    void Write(CCmdWriter& writer) override;
+    void Describe(cmddata::DescribeProc& proc) override;
+    static const char* TypeName() { return "CCmdBase"; }
+
+protected:
+    /// The header's field list, for messages to open their own with.
+    template <class P>
+    void Header(P& p) {
+        HeaderFields(p);
+    }
+};
+
+/// The same header words behind a version prefix (24 bytes); base of records that keep a copy
+/// of a message's header.
+class CMDDATA_API CCmdBaseInfo : public CCmdCore, public CCmdHeaderWords {
+public:
+    /// Version and reserved word given; identifier and thread id 0.
+    CCmdBaseInfo(std::uint16_t version, std::uint16_t reserved);
+    explicit CCmdBaseInfo(std::uint32_t commandId);
+    CCmdBaseInfo(std::uint32_t commandId, std::uint16_t version, std::uint16_t reserved);
+    CCmdBaseInfo(const CCmdBaseInfo&) = default;
+    CCmdBaseInfo& operator=(const CCmdBaseInfo&) = default;
+    ~CCmdBaseInfo() override;
+
+    /// Empties this record (through RemoveAll, payload included), then takes the source's
+    /// status words, identifier and thread id; version and reserved word stay.
+    void operator=(CCmdBase& source);
+    /// Empties the target message (through its RemoveAll), then gives it these status words.
+    void CopyTo(CCmdBase* target);
+
+    void RemoveAll() override;
+    void Read(CCmdReader& reader) override;
+    void Write(CCmdWriter& writer) override;
+    void Describe(cmddata::DescribeProc& proc) override;
+    static const char* TypeName() { return "CCmdBaseInfo"; }
+
+protected:
+    /// Version prefix then the header words, for derived records to open their lists with.
+    template <class P>
+    void InfoHeader(P& p) {
+        p.Prefix(*this);
+        HeaderFields(p);
+    }
+};
+
+/// Messages and info records reset their header words in RemoveAll, whatever their framing.
+inline void CmdDataResetHeader(CCmdBase* message) { message->CCmdBase::RemoveAll(); }
+inline void CmdDataResetHeader(CCmdBaseInfo* record) { record->CCmdBaseInfo::RemoveAll(); }

@@ -1,0 +1,126 @@
+// The root of every serializable class and the two streams that move bytes through a region.
+#pragma once
+
+#include <cstdint>
+
+#include "cmddata/core/result.h"
+#include "cmddata/platform/export.h"
+#include "cmddata/platform/platform.h"
+
+namespace cmddata {
+class DescribeProc;
+namespace detail {
+struct Access;
+}
+}  // namespace cmddata
+
+class CCmdReader;
+class CCmdWriter;
+
+/// Root of every serializable object: a 16-bit version and a 16-bit reserved word.
+class CMDDATA_API CCmdCore {
+public:
+    virtual ~CCmdCore();
+    /// Reads the 4-byte version prefix; a sender version above ours makes ours 0.
+    virtual void Read(CCmdReader& reader);
+    /// Writes the 4-byte version prefix.
+    virtual void Write(CCmdWriter& writer);
+    /// Empties the object; every class below the root overrides it.
+    virtual void RemoveAll();
+    /// Walks the object's wire fields for the tools (see describe.h).
+    virtual void Describe(cmddata::DescribeProc& proc);
+
+    std::uint16_t GetVersion() const { return version_; }
+    std::uint16_t GetReserved() const { return reserved_; }
+
+    CCmdCore(const CCmdCore&) = default;
+    CCmdCore& operator=(const CCmdCore&) = default;
+
+protected:
+    explicit CCmdCore(std::uint16_t version = 1, std::uint16_t reserved = 0)
+        : version_(version), reserved_(reserved) {}
+
+private:
+    friend struct cmddata::detail::Access;
+    std::uint16_t version_;
+    std::uint16_t reserved_;
+};
+
+namespace cmddata {
+namespace detail {
+class StreamState;
+}
+}  // namespace cmddata
+
+/// Fields shared by both streams; kept in one place so the two stay identical.
+class CMDDATA_API CCmdStreamBase {
+public:
+    /// Maps a view of the whole mapping (never unmapped) and sets position and base to it.
+    /// The last error is left as it was. A size beyond the mapped view is cut to the view.
+    void Attach(cmddata::platform::MappingHandle mapping, std::uint32_t size);
+    /// Uses memory the caller has already mapped (or owns) as the region; nothing is mapped.
+    void AttachView(void* view, std::uint32_t size);
+    std::uint32_t GetLastError() const { return lastError_; }
+    /// Bytes moved so far (position minus base).
+    std::uint32_t GetPosition() const { return static_cast<std::uint32_t>(position_ - base_); }
+    std::uint32_t GetSize() const { return size_; }
+    const unsigned char* GetBase() const { return base_; }
+    bool IsAttached() const { return position_ != nullptr; }
+
+protected:
+    CCmdStreamBase() = default;
+    CCmdStreamBase(const CCmdStreamBase&) = default;
+    CCmdStreamBase& operator=(const CCmdStreamBase&) = default;
+    ~CCmdStreamBase() = default;
+
+    friend struct cmddata::detail::Access;
+    std::uint32_t lastError_ = 0;
+    unsigned char* position_ = nullptr;
+    unsigned char* base_ = nullptr;
+    std::uint32_t size_ = 0;
+};
+
+/// Reads fields out of a region, bound-checked and verified by a compare after each copy.
+class CMDDATA_API CCmdReader : public CCmdStreamBase {
+public:
+    CCmdReader() = default;
+    CCmdReader(cmddata::platform::MappingHandle mapping, std::uint32_t size) {
+        Attach(mapping, size);
+    }
+    CCmdReader(const CCmdReader&) = default;
+    CCmdReader& operator=(const CCmdReader&) = default;
+    virtual ~CCmdReader();
+
+    /// Raw transfer of count bytes into destination; stores and returns the result.
+    virtual cmddata::Result Read(void* destination, std::int32_t count);
+    /// Object transfer: runs the object's own Read with this reader.
+    virtual void Read(CCmdCore* object);
+
+    cmddata::Result Read(char* value) { return Read(static_cast<void*>(value), 1); }
+    cmddata::Result Read(std::int16_t* value) { return Read(static_cast<void*>(value), 2); }
+    cmddata::Result Read(std::int32_t* value) { return Read(static_cast<void*>(value), 4); }
+    cmddata::Result Read(std::uint64_t* value) { return Read(static_cast<void*>(value), 8); }
+};
+
+/// Writes fields into a region, bound-checked and verified by a compare after each copy.
+class CMDDATA_API CCmdWriter : public CCmdStreamBase {
+public:
+    CCmdWriter() = default;
+    CCmdWriter(cmddata::platform::MappingHandle mapping, std::uint32_t size) {
+        Attach(mapping, size);
+    }
+    CCmdWriter(const CCmdWriter&) = default;
+    CCmdWriter& operator=(const CCmdWriter&) = default;
+    virtual ~CCmdWriter();
+
+    /// Raw transfer of count bytes from source. A null source or count below 1 returns
+    /// kBadArgument without storing it: the last error keeps its previous value.
+    virtual cmddata::Result Write(const void* source, std::int32_t count);
+    /// Object transfer: runs the object's own Write with this writer.
+    virtual void Write(CCmdCore* object);
+
+    cmddata::Result Write(char value) { return Write(&value, 1); }
+    cmddata::Result Write(std::int16_t value) { return Write(&value, 2); }
+    cmddata::Result Write(std::int32_t value) { return Write(&value, 4); }
+    cmddata::Result Write(std::uint64_t value) { return Write(&value, 8); }
+};

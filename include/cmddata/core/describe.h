@@ -1,0 +1,160 @@
+// Field-by-field view of any object, for tools: a visitor interface and the processor that
+// walks an object's field list (or decodes a region) and reports to it.
+#pragma once
+
+#include <cstdint>
+
+#include "cmddata/core/core.h"
+
+class CCmdString;
+class CCmdBuffer;
+template <class T>
+class CCmdList;
+
+namespace cmddata {
+
+/// How a field travels.
+enum class WireType : std::uint8_t {
+    kU8,
+    kU16,
+    kU32,
+    kU64,
+    kString,  // CCmdString: prefix, u16 byte count, bytes
+    kBuffer,  // CCmdBuffer: prefix, u32 byte count, bytes
+    kList,    // CCmdList<T>: prefix, u32 count, items
+    kRecord,  // a nested object through its own field list
+    kImage,   // a fixed-size block moved as it lies in memory
+    kUnsent,  // a member that never travels (shown for completeness, size 0)
+};
+
+/// Name of a wire type ("u16", "string", ...).
+CMDDATA_API const char* WireTypeName(WireType type);
+
+/// Where a field stands: its name, wire type, byte offset from where the walk started, and size
+/// in bytes on the wire (for records and lists, known at their end).
+struct FieldInfo {
+    const char* name;
+    WireType type;
+    std::uint32_t offset;
+    std::uint32_t size;
+    std::int32_t index;  // position within the enclosing list, or -1
+};
+
+/// Receives the fields of a walk. Every callback has an empty default.
+class CMDDATA_API FieldVisitor {
+public:
+    virtual ~FieldVisitor();
+    virtual void Scalar(const FieldInfo& field, std::uint64_t value);
+    virtual void Text(const FieldInfo& field, const CCmdString& text);
+    virtual void Bytes(const FieldInfo& field, const unsigned char* data, std::uint32_t size);
+    virtual void BeginRecord(const FieldInfo& field, const char* typeName);
+    virtual void EndRecord(const FieldInfo& field);
+    virtual void BeginList(const FieldInfo& field, std::uint32_t count, const char* itemType);
+    virtual void EndList(const FieldInfo& field);
+    /// A decode stopped at this field: the stream's result code and a short reason.
+    virtual void Failure(const FieldInfo& field, Result code, const char* why);
+};
+
+/// Runs a field list for description. Three modes: walk an object as it would be written;
+/// decode it from a reader while reporting (stops at the first failed transfer); or measure
+/// the smallest wire form of a default object (every version prefix taken as version 0).
+class CMDDATA_API DescribeProc {
+public:
+    enum class Mode : std::uint8_t { kWalk, kDecode, kMinimal };
+
+    explicit DescribeProc(FieldVisitor* visitor);
+    DescribeProc(FieldVisitor* visitor, CCmdReader& source);
+    static DescribeProc Minimal();
+
+    bool Reading() const { return mode_ == Mode::kDecode; }
+    Mode GetMode() const { return mode_; }
+    /// Bytes walked (or decoded) so far.
+    std::uint32_t Offset() const { return offset_; }
+    bool Failed() const { return failed_; }
+    Result FailureCode() const { return failureCode_; }
+
+    // Field operations, called by the field lists.
+    void Prefix(CCmdCore& self);
+    void U8(const char* name, std::uint8_t& value);
+    void U16(const char* name, std::uint16_t& value);
+    void U32(const char* name, std::uint32_t& value);
+    void U32(const char* name, std::int32_t& value);
+    void U64(const char* name, std::uint64_t& value);
+    void Ident(const char* name, std::uint32_t& value) { U32(name, value); }
+    void String(const char* name, CCmdString& text);
+    void Buffer(const char* name, CCmdBuffer& buffer);
+    template <class T>
+    void Record(const char* name, T& object);
+    void Record(const char* name, CCmdString& text) { String(name, text); }
+    void Record(const char* name, CCmdBuffer& buffer) { Buffer(name, buffer); }
+    template <class U>
+    void Record(const char* name, CCmdList<U>& list) {
+        List(name, list);
+    }
+    template <class T>
+    void List(const char* name, T& list);
+    template <class T>
+    void Unsent(const char* name, T& value);
+
+    // Used by the leaf classes and lists to report themselves.
+    void TextBody(const char* name, CCmdString& text);
+    void BufferBody(const char* name, CCmdBuffer& buffer);
+    void BeginRecord(const char* name, const char* typeName, FieldInfo* info);
+    void EndRecord(FieldInfo* info);
+    void SetIndex(std::int32_t index) { nextIndex_ = index; }
+
+private:
+    DescribeProc(FieldVisitor* visitor, CCmdReader* source, Mode mode);
+    void Fixed(const char* name, WireType type, void* value, std::uint32_t width);
+    FieldInfo Info(const char* name, WireType type, std::uint32_t size);
+    bool CheckRead(const FieldInfo& info, const char* why);
+    void UnsentInfo(const char* name);
+    void Fail(const FieldInfo& info, Result code, const char* why);
+
+    FieldVisitor* visitor_;
+    CCmdReader* source_;
+    Mode mode_;
+    bool failed_ = false;
+    Result failureCode_ = 0;
+    std::uint32_t offset_ = 0;
+    std::int32_t nextIndex_ = -1;
+};
+
+/// Bytes that the object's Write would put into a region.
+CMDDATA_API std::uint32_t WireSize(CCmdCore& object);
+/// Reports every field of the object, as it would be written.
+CMDDATA_API void Describe(CCmdCore& object, FieldVisitor& visitor);
+/// Reads the object from the reader while reporting each field; stops at the first failed
+/// transfer. Returns the first failure's result code (0 when the whole object decoded).
+CMDDATA_API Result DecodeAndDescribe(CCmdCore& object, CCmdReader& reader, FieldVisitor& visitor);
+/// The smallest number of bytes any object of this class takes on the wire (a scratch object
+/// of the class, measured with every version prefix taken as 0). At least 1.
+CMDDATA_API std::uint32_t MinimalWireSize(CCmdCore& scratch);
+
+}  // namespace cmddata
+
+#include <type_traits>
+
+namespace cmddata {
+
+template <class T>
+void DescribeProc::Record(const char* name, T& object) {
+    if (failed_) return;
+    FieldInfo info;
+    BeginRecord(name, T::TypeName(), &info);
+    object.T::Describe(*this);
+    EndRecord(&info);
+}
+
+template <class T>
+void DescribeProc::Unsent(const char* name, T& value) {
+    if constexpr (std::is_arithmetic_v<T>) {
+        if (visitor_ != nullptr && mode_ != Mode::kMinimal)
+            visitor_->Scalar(Info(name, WireType::kUnsent, 0), static_cast<std::uint64_t>(value));
+    } else {
+        (void)value;
+        UnsentInfo(name);
+    }
+}
+
+}  // namespace cmddata

@@ -1,0 +1,58 @@
+// Bare numbers shaped as objects, so they can be list items: no version prefix on the wire.
+#pragma once
+
+#include <cstdint>
+
+#include "cmddata/core/fields.h"
+#include "cmddata/core/list.h"
+
+/// One unsigned byte (1 byte on the wire).
+class CMDDATA_API CCmdByteData : public CCmdCore {
+    CMDDATA_FIELDS(CCmdByteData)
+public:
+    CCmdByteData() = default;
+    std::uint8_t operator=(std::uint8_t value) { return value_ = value; }
+    operator std::uint8_t() const { return value_; }
+
+private:
+    std::uint8_t value_ = 0;
+};
+
+/// One unsigned 16-bit identifier (2 bytes on the wire).
+class CMDDATA_API CCmdWordId : public CCmdCore {
+    CMDDATA_FIELDS(CCmdWordId)
+public:
+    CCmdWordId() = default;
+    std::uint16_t operator=(std::uint16_t value) { return value_ = value; }
+    operator std::uint16_t() const { return value_; }
+
+private:
+    std::uint16_t value_ = 0;
+};
+
+/// One unsigned 32-bit identifier (4 bytes on the wire).
+class CMDDATA_API CCmdDwordId : public CCmdCore {
+    CMDDATA_FIELDS(CCmdDwordId)
+public:
+    CCmdDwordId() = default;
+    std::uint32_t operator=(std::uint32_t value) { return value_ = value; }
+    operator std::uint32_t() const { return value_; }
+
+private:
+    std::uint32_t value_ = 0;
+};
+
+/// One unsigned 32-bit data value (4 bytes on the wire); a type apart from identifiers.
+class CMDDATA_API CCmdDwordData : public CCmdDwordId {
+    CMDDATA_SAME_LAYOUT(CCmdDwordData)
+    CCmdDwordData() = default;
+    std::uint32_t operator=(std::uint32_t value) { return CCmdDwordId::operator=(value); }
+};
+
+/// A list of bytes as one object; its own version never travels, only the list's form does.
+class CMDDATA_API CCmdByteDataList : public CCmdCore {
+    CMDDATA_FIELDS(CCmdByteDataList)
+public:
+    CCmdByteDataList() = default;
+    CCmdList<CCmdByteData> bytes;
+};

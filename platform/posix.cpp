@@ -1,0 +1,107 @@
+// POSIX side of the platform layer: shared-memory descriptors, mmap, gettid, pthread locks.
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <mutex>
+#include <new>
+
+#include "ansi1252.h"
+#include "cmddata/platform/platform.h"
+
+namespace cmddata {
+namespace platform {
+
+MappingHandle InvalidMapping() { return -1; }
+
+unsigned char* MapWholeView(MappingHandle mapping, std::size_t* viewSize) {
+    *viewSize = 0;
+    struct stat st;
+    if (mapping < 0 || fstat(mapping, &st) != 0 || st.st_size <= 0) return nullptr;
+    void* view = mmap(nullptr, static_cast<std::size_t>(st.st_size), PROT_READ | PROT_WRITE,
+                      MAP_SHARED, mapping, 0);
+    if (view == MAP_FAILED) return nullptr;
+    *viewSize = static_cast<std::size_t>(st.st_size);
+    return static_cast<unsigned char*>(view);
+}
+
+std::uint32_t CurrentThreadId() { return static_cast<std::uint32_t>(syscall(SYS_gettid)); }
+
+std::size_t WideToAnsi(const std::uint16_t* text, char* out, std::size_t outSize) {
+    std::size_t n = 0;
+    for (const std::uint16_t* p = text;; ++p) {
+        std::uint16_t ch = *p;
+        // A surrogate pair is one character outside the page: one '?'.
+        if (ch >= 0xD800 && ch <= 0xDBFF && p[1] >= 0xDC00 && p[1] <= 0xDFFF) ++p;
+        if (n == outSize) return 0;
+        out[n++] = (ch >= 0xD800 && ch <= 0xDFFF) ? '?' : detail::To1252(ch);
+        if (ch == 0) return n;
+    }
+}
+
+bool IsWideDigit(std::uint16_t ch) { return ch >= u'0' && ch <= u'9'; }
+
+static_assert(sizeof(std::recursive_mutex) <= 64, "lock storage too small");
+
+RecursiveLock::RecursiveLock() { new (storage_) std::recursive_mutex(); }
+RecursiveLock::~RecursiveLock() {
+    reinterpret_cast<std::recursive_mutex*>(storage_)->~recursive_mutex();
+}
+void RecursiveLock::Lock() { reinterpret_cast<std::recursive_mutex*>(storage_)->lock(); }
+void RecursiveLock::Unlock() { reinterpret_cast<std::recursive_mutex*>(storage_)->unlock(); }
+
+namespace {
+bool ShmName(const char* name, char* out) {
+    // shm_open wants one leading slash and no other.
+    if (std::strchr(name, '/') != nullptr) return false;
+    return std::snprintf(out, 64, "/%s", name) < 64;
+}
+
+bool MapOwn(RegionParts* out) {
+    out->view = MapWholeView(out->handle, &out->size);
+    return out->view != nullptr;
+}
+}  // namespace
+
+bool CreateRegion(const char* name, std::uint32_t size, RegionParts* out) {
+    *out = RegionParts{-1, nullptr, 0, false, {}};
+    if (size == 0) return false;
+    if (name == nullptr || *name == '\0') {
+        out->handle = static_cast<int>(syscall(SYS_memfd_create, "cmddata", 1u /*CLOEXEC*/));
+    } else {
+        if (!ShmName(name, out->name)) return false;
+        out->handle = shm_open(out->name, O_CREAT | O_EXCL | O_RDWR, 0600);
+        out->unlinkOnClose = out->handle >= 0;
+    }
+    if (out->handle < 0 || ftruncate(out->handle, size) != 0 || !MapOwn(out)) {
+        CloseRegion(out);
+        return false;
+    }
+    return true;
+}
+
+bool OpenRegion(const char* name, RegionParts* out) {
+    *out = RegionParts{-1, nullptr, 0, false, {}};
+    if (name == nullptr || !ShmName(name, out->name)) return false;
+    out->handle = shm_open(out->name, O_RDWR, 0600);
+    if (out->handle < 0 || !MapOwn(out)) {
+        CloseRegion(out);
+        return false;
+    }
+    return true;
+}
+
+void CloseRegion(RegionParts* parts) {
+    if (parts->view != nullptr) munmap(parts->view, parts->size);
+    if (parts->handle >= 0) close(parts->handle);
+    if (parts->unlinkOnClose) shm_unlink(parts->name);
+    *parts = RegionParts{-1, nullptr, 0, false, {}};
+}
+
+}  // namespace platform
+}  // namespace cmddata
