@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "cmddata/platform/export.h"
+
 namespace cmddata {
 
 /// A transfer's or accessor's outcome; 0 is success.
@@ -27,6 +29,6 @@ constexpr Result kItemMissing = 0xA0040004;
 }  // namespace result
 
 /// A short English name for a result code ("past end", ...); never null.
-const char* ResultName(Result code);
+CMDDATA_API const char* ResultName(Result code);
 
 }  // namespace cmddata
