@@ -94,6 +94,11 @@ void DescribeProc::Prefix(CCmdCore& self) {
 }
 
 void DescribeProc::U8(const char* name, std::uint8_t& v) { Fixed(name, WireType::kU8, &v, 1); }
+void DescribeProc::U8Low(const char* name, std::uint32_t& v) {
+    std::uint8_t low = static_cast<std::uint8_t>(v);
+    Fixed(name, WireType::kU8, &low, 1);
+    v = (v & ~std::uint32_t{0xFF}) | low;
+}
 void DescribeProc::U16(const char* name, std::uint16_t& v) { Fixed(name, WireType::kU16, &v, 2); }
 void DescribeProc::U32(const char* name, std::uint32_t& v) { Fixed(name, WireType::kU32, &v, 4); }
 void DescribeProc::U32(const char* name, std::int32_t& v) { Fixed(name, WireType::kU32, &v, 4); }

@@ -31,6 +31,12 @@ public:
         own = own < sender ? 0 : sender;
     }
     void U8(const char*, std::uint8_t& v) { Raw<1>(&v); }
+    /// One byte into the low byte of a wider member; its upper bytes stay.
+    void U8Low(const char*, std::uint32_t& v) {
+        std::uint8_t low = static_cast<std::uint8_t>(v);
+        Raw<1>(&low);
+        v = (v & ~std::uint32_t{0xFF}) | low;
+    }
     void U16(const char*, std::uint16_t& v) { Raw<2>(&v); }
     void U32(const char*, std::uint32_t& v) { Raw<4>(&v); }
     void U32(const char*, std::int32_t& v) { Raw<4>(&v); }
@@ -80,6 +86,11 @@ public:
         Raw<2>(&detail::Access::Reserved(self));
     }
     void U8(const char*, std::uint8_t& v) { Raw<1>(&v); }
+    /// The low byte of a wider member alone.
+    void U8Low(const char*, std::uint32_t& v) {
+        const std::uint8_t low = static_cast<std::uint8_t>(v);
+        Raw<1>(&low);
+    }
     void U16(const char*, std::uint16_t& v) { Raw<2>(&v); }
     void U32(const char*, std::uint32_t& v) { Raw<4>(&v); }
     void U32(const char*, std::int32_t& v) { Raw<4>(&v); }
@@ -124,6 +135,7 @@ public:
     void Prefix(CCmdCore&) {}
     template <class V>
     void U8(const char*, V& v) { v = 0; }
+    void U8Low(const char*, std::uint32_t& v) { v = 0; }
     template <class V>
     void U16(const char*, V& v) { v = 0; }
     template <class V>

@@ -14,3 +14,5 @@
 #include "cmddata/command/layouts.h"
 #include "cmddata/platform/export.h"
 #include "cmddata/platform/platform.h"
+#include "cmddata/vehicle/car_info.h"
+#include "cmddata/vehicle/vehicle_info.h"

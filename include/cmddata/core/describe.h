@@ -76,6 +76,8 @@ public:
     // Field operations, called by the field lists.
     void Prefix(CCmdCore& self);
     void U8(const char* name, std::uint8_t& value);
+    /// One byte on the wire, held in the low byte of a wider member.
+    void U8Low(const char* name, std::uint32_t& value);
     void U16(const char* name, std::uint16_t& value);
     void U32(const char* name, std::uint32_t& value);
     void U32(const char* name, std::int32_t& value);

@@ -1,0 +1,480 @@
+// Vehicle information: every class's round trip, exact bytes, and the numeric accessors.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "helpers.h"
+
+using cmddata::result::kItemMissing;
+using cmddata::result::kNullOutput;
+using testing_cmddata::Hex;
+using testing_cmddata::Region;
+using testing_cmddata::WireHex;
+
+namespace {
+
+const std::uint16_t* U16(const char16_t* text) {
+    return reinterpret_cast<const std::uint16_t*>(text);
+}
+
+void SetStatus(CCmdBase& m, std::uint32_t first) {
+    for (int n = 1; n <= 4; ++n) m.SetStatusWord(n, first + static_cast<std::uint32_t>(n));
+}
+
+void AddText(CCmdList<CCmdString>& list, const char16_t* text) {
+    list.GetAt(list.AddTail()) = U16(text);
+}
+
+void AddItem(CCmdList<CCmdCarInfo>& list, std::uint16_t id, const char16_t* text) {
+    CCmdCarInfo& item = list.GetAt(list.AddTail());
+    item.itemId = id;
+    item.text = U16(text);
+}
+
+void AddOption(CCmdList<CCmdCarIdInf>& list, std::uint16_t id, std::uint16_t first, int count) {
+    CCmdCarIdInf& option = list.GetAt(list.AddTail());
+    option.itemId = id;
+    for (int i = 0; i < count; ++i)
+        option.ids.GetAt(option.ids.AddTail()) = static_cast<std::uint16_t>(first + i);
+}
+
+void AddFrame(CCmdList<CCmdByteDataList>& list, std::uint8_t first, int count) {
+    CCmdByteDataList& frame = list.GetAt(list.AddTail());
+    for (int i = 0; i < count; ++i)
+        frame.bytes.GetAt(frame.bytes.AddTail()) = static_cast<std::uint8_t>(first + i);
+}
+
+// Distinct non-zero values for every field of every class.
+void Fill(CCmdCarInfo& o) {
+    o.itemId = 0x0203;
+    o.text = U16(u"XK-7");
+}
+void Fill(CCmdCarIdInf& o) {
+    o.itemId = 0x0405;
+    o.ids.GetAt(o.ids.AddTail()) = 0x1111;
+    o.ids.GetAt(o.ids.AddTail()) = 0x2222;
+}
+void Fill(CGetCarInfoSnd& o) {
+    SetStatus(o, 0x10);
+    o.itemIds.GetAt(o.itemIds.AddTail()) = 1;
+    o.itemIds.GetAt(o.itemIds.AddTail()) = 3;
+}
+void Fill(CGetCarInfoRcv& o) {
+    SetStatus(o, 0x20);
+    AddItem(o.carInfo, 1, u"QX12345");
+    AddItem(o.carInfo, 3, u"2031");
+}
+void Fill(CGetVINRcv& o) {
+    SetStatus(o, 0x30);
+    o.vin = U16(u"TSTVIN00000000001");
+}
+void Fill(CGetCIDRcv& o) {
+    SetStatus(o, 0x40);
+    AddText(o.calibrationIds, u"CAL-A1");
+    AddText(o.calibrationIds, u"CAL-B22");
+    o.ecuCount = 0x11223344;
+    o.reportedCount = 0x55667788;
+}
+void Fill(CGetCVNRcv& o) {
+    SetStatus(o, 0x50);
+    AddText(o.verificationNumbers, u"1A2B3C4D");
+}
+void Fill(CGetFrmCarInfoVinRcv& o) {
+    SetStatus(o, 0x60);
+    o.ecuId = 0x7E0;
+    o.frameKind = 0x5A;
+    AddFrame(o.sentFrames, 0x09, 2);
+    AddFrame(o.receivedFrames, 0x49, 3);
+    AddFrame(o.receivedFrames, 0x21, 1);
+    o.outcome = 0xCAFE;
+    o.outcomeDetail = 0xF00D;
+}
+void Fill(CGetCarIdOptListRcv& o) {
+    SetStatus(o, 0x70);
+    AddOption(o.options, 7, 0x100, 3);
+    AddOption(o.options, 8, 0x200, 1);
+}
+void Fill(CGetVehicleSupportInfoSnd& o) {
+    SetStatus(o, 0x80);
+    o.flag = 0xA5;
+    AddItem(o.requests, 1, u"QX1");
+}
+void Fill(CGetVehicleSupportInfoRcv& o) {
+    SetStatus(o, 0x90);
+    AddOption(o.answers, 9, 0x300, 2);
+}
+void Fill(CCmdBase& o) {
+    SetStatus(o, 0xA0);
+}  // the header-only requests
+
+template <class T>
+class VehicleRoundTrip : public ::testing::Test {};
+
+using VehicleClasses =
+    ::testing::Types<CCmdCarInfo, CCmdCarIdInf, CGetCarInfoSnd, CGetCarInfoRcv, CGetVINSnd,
+                     CGetVINRcv, CGetCIDSnd, CGetCIDRcv, CGetCVNSnd, CGetCVNRcv,
+                     CGetFrmCarInfoVinSnd, CGetFrmCarInfoVinRcv, CGetCarIdOptListSnd,
+                     CGetCarIdOptListRcv, CGetVehicleSupportInfoSnd, CGetVehicleSupportInfoRcv>;
+TYPED_TEST_SUITE(VehicleRoundTrip, VehicleClasses);
+
+}  // namespace
+
+TYPED_TEST(VehicleRoundTrip, WriteReadWriteGivesTheSameBytes) {
+    TypeParam original;
+    Fill(original);
+    Region first;
+    CCmdWriter w1 = first.Writer();
+    w1.Write(&original);
+    ASSERT_EQ(w1.GetLastError(), 0u);
+    const std::uint32_t written = w1.GetPosition();
+    EXPECT_EQ(cmddata::WireSize(original), written);
+
+    TypeParam fresh;
+    CCmdReader r = first.Reader();
+    r.Read(&fresh);
+    EXPECT_EQ(r.GetLastError(), 0u);
+    EXPECT_EQ(r.GetPosition(), written);
+
+    Region second;
+    CCmdWriter w2 = second.Writer();
+    w2.Write(&fresh);
+    EXPECT_EQ(w2.GetPosition(), written);
+    EXPECT_EQ(Hex(second.data(), w2.GetPosition()), Hex(first.data(), written));
+    EXPECT_EQ(cmddata::WireSize(fresh), written);
+
+    // RemoveAll leaves the form of an empty object, whatever was filled in.
+    TypeParam empty;
+    fresh.RemoveAll();
+    EXPECT_EQ(WireHex(fresh), WireHex(empty));
+
+    // Assignment copies deeply: the copy writes the same bytes after the source is emptied.
+    TypeParam assigned;
+    assigned = original;
+    original.RemoveAll();
+    EXPECT_EQ(WireHex(assigned), Hex(first.data(), written));
+}
+
+TEST(VehicleRecords, CarInfoBytes) {
+    CCmdCarInfo item;
+    item.itemId = 3;
+    item.text = U16(u"07");
+    EXPECT_EQ(WireHex(item),
+              "01000000"
+              "0300"
+              "01000000"
+              "0600"
+              "300037000000");
+}
+
+TEST(VehicleRecords, CarIdInfHasTheIdListWhereTheTextStands) {
+    CCmdCarIdInf entry;
+    entry.itemId = 0x0102;
+    entry.ids.GetAt(entry.ids.AddTail()) = 0x0A0B;
+    EXPECT_EQ(WireHex(entry),
+              "01000000"
+              "0201"
+              "01000000"
+              "01000000"
+              "0b0a");
+    entry.RemoveAll();
+    EXPECT_EQ(WireHex(entry),
+              "01000000"
+              "0000"
+              "01000000"
+              "00000000");
+}
+
+TEST(VehicleMessages, GetCarInfoRequestAndAnswerBytes) {
+    CGetCarInfoSnd snd;
+    snd.itemIds.GetAt(snd.itemIds.AddTail()) = 2;
+    EXPECT_EQ(WireHex(snd),
+              "01000000"
+              "00000000000000000000000000000000"
+              "01000000"
+              "01000000"
+              "0200");
+
+    CGetCarInfoRcv rcv;
+    AddItem(rcv.carInfo, 1, u"A");
+    EXPECT_EQ(WireHex(rcv),
+              "01000000"
+              "00000000000000000000000000000000"
+              "01000000"
+              "01000000"
+              "01000000"
+              "0100"
+              "01000000"
+              "0400"
+              "41000000");
+}
+
+TEST(VehicleMessages, HeaderOnlyRequestsAreTwentyBytesWithTheirIdentifier) {
+    EXPECT_EQ(WireHex(*std::make_unique<CGetVINSnd>()).substr(0, 8), "51000000");
+    CGetCIDSnd cid(4);
+    EXPECT_EQ(cid.GetVersion(), 4u);
+    EXPECT_EQ(WireHex(cid),
+              "52000000"
+              "00000000000000000000000000000000");
+    EXPECT_EQ(cmddata::WireSize(*std::make_unique<CGetCVNSnd>()), 20u);
+    EXPECT_EQ(CGetFrmCarInfoVinSnd().GetCmdId(), 101u);
+    EXPECT_EQ(CGetCarIdOptListSnd().GetCmdId(), 147u);
+}
+
+TEST(VehicleMessages, ConstructorsTakeTheCataloguesVersions) {
+    EXPECT_EQ(CGetVINRcv().GetVersion(), 1u);
+    EXPECT_EQ(CGetCIDSnd().GetVersion(), 1u);
+    EXPECT_EQ(CGetCIDRcv().GetVersion(), 2u);
+    EXPECT_EQ(CGetCIDRcv(5).GetVersion(), 5u);
+    EXPECT_EQ(CGetCVNRcv().GetCmdId(), 83u);
+    EXPECT_EQ(CGetVehicleSupportInfoRcv().GetCmdId(), 157u);
+    EXPECT_EQ(CGetCarInfoRcv().GetThreadId(), cmddata::platform::CurrentThreadId());
+}
+
+TEST(VehicleMessages, FrameAnswerFieldOrder) {
+    CGetFrmCarInfoVinRcv m;
+    m.ecuId = 0x01020304;
+    m.frameKind = 0x05;
+    AddFrame(m.sentFrames, 0xAA, 1);
+    m.outcome = 6;
+    m.outcomeDetail = 7;
+    EXPECT_EQ(WireHex(m),
+              "65000000"
+              "00000000000000000000000000000000"
+              "04030201"
+              "05"
+              "01000000"
+              "01000000"
+              "01000000"
+              "01000000"
+              "aa"
+              "01000000"
+              "00000000"
+              "06000000"
+              "07000000");
+}
+
+TEST(VehicleMessages, SupportRequestSendsTheFlagsLowByteOnly) {
+    CGetVehicleSupportInfoSnd m;
+    m.flag = 0x123456C3;
+    EXPECT_EQ(WireHex(m),
+              "9d000000"
+              "00000000000000000000000000000000"
+              "c3"
+              "01000000"
+              "00000000");
+
+    Region region;
+    CCmdWriter w = region.Writer();
+    w.Write(&m);
+    CGetVehicleSupportInfoSnd back;
+    back.flag = 0xABCDEF00;  // the upper bytes are the reader's own
+    CCmdReader r = region.Reader();
+    r.Read(&back);
+    EXPECT_EQ(back.flag, 0xABCDEFC3u);
+    EXPECT_EQ(r.GetPosition(), 29u);
+    back.RemoveAll();
+    EXPECT_EQ(back.flag, 0u);
+}
+
+TEST(VehicleMessages, TruncatedAnswerReportsPastEndWithoutCrashing) {
+    CGetCarIdOptListRcv m;
+    AddOption(m.options, 1, 1, 40);
+    Region full;
+    CCmdWriter w = full.Writer();
+    w.Write(&m);
+    for (std::uint32_t cut : {1u, 10u, 20u, 28u, 35u, w.GetPosition() - 1}) {
+        Region part(cut);
+        std::copy(full.data(), full.data() + cut, part.data());
+        CGetCarIdOptListRcv back;
+        CCmdReader r = part.Reader();
+        r.Read(&back);
+        EXPECT_EQ(r.GetLastError(), cmddata::result::kPastEnd) << cut;
+        EXPECT_LE(r.GetPosition(), cut);
+    }
+}
+
+// The accessors.
+
+namespace {
+
+CGetCarInfoRcv WithItem(std::uint16_t id, const char16_t* text) {
+    CGetCarInfoRcv m;
+    AddItem(m.carInfo, id, text);
+    return m;
+}
+
+constexpr std::uint32_t kUntouched = 0x5A5A5A5A;
+
+// True when the narrow conversion maps U+00E9 to the byte 0xE9 (a Western code page).
+bool WesternCodePage() {
+    char out[2] = {};
+    cmddata::platform::WideToAnsi(U16(u"\u00e9"), out, sizeof out);
+    return static_cast<unsigned char>(out[0]) == 0xE9;
+}
+
+}  // namespace
+
+TEST(CarInfoAccess, GetFindsTheFirstItemWithTheId) {
+    CGetCarInfoRcv m;
+    AddItem(m.carInfo, 2, u"ENG");
+    AddItem(m.carInfo, 1, u"FIRST");
+    AddItem(m.carInfo, 1, u"SECOND");
+    const std::uint16_t* text = nullptr;
+    ASSERT_EQ(m.Get(&text, 1), 0u);
+    EXPECT_EQ(text, m.carInfo.GetAt(1).text.GetAt());  // the message's own buffer
+    EXPECT_EQ(m.Get(&text, 0x10002), 0u);              // compared as 16 bits
+    EXPECT_EQ(text, m.carInfo.GetAt(0).text.GetAt());
+
+    std::uint32_t high = 0, low = 0;
+    ASSERT_EQ(m.GetDwordCarInfo(&high, &low), 0u);
+    EXPECT_EQ(high, 0x46495253u);  // FIRS
+    EXPECT_EQ(low, 0x54000000u);   // T
+
+    text = nullptr;
+    EXPECT_EQ(m.Get(&text, 3), kItemMissing);
+    EXPECT_EQ(text, nullptr);
+    EXPECT_EQ(m.Get(nullptr, 1), kNullOutput);
+}
+
+TEST(CarInfoAccess, CarInfoPacksSevenCharacters) {
+    std::uint32_t high = kUntouched, low = kUntouched;
+    ASSERT_EQ(WithItem(1, u"ABCDEFG").GetDwordCarInfo(&high, &low), 0u);
+    EXPECT_EQ(high, 0x41424344u);
+    EXPECT_EQ(low, 0x45464700u);
+
+    ASSERT_EQ(WithItem(1, u"ABCDEFGHIJ").GetDwordCarInfo(&high, &low), 0u);
+    EXPECT_EQ(low, 0x45464700u);  // the eighth and later never count
+
+    ASSERT_EQ(WithItem(1, u"AB").GetDwordCarInfo(&high, &low), 0u);
+    EXPECT_EQ(high, 0x41420000u);
+    EXPECT_EQ(low, 0u);
+
+    ASSERT_EQ(WithItem(1, u"").GetDwordCarInfo(&high, &low), 0u);
+    EXPECT_EQ(high, 0u);
+    EXPECT_EQ(low, 0u);
+}
+
+TEST(CarInfoAccess, EngineTypePacksSixCharacters) {
+    std::uint32_t high = kUntouched, low = kUntouched;
+    ASSERT_EQ(WithItem(2, u"1ZZFE").GetDwordEngineType(&high, &low), 0u);
+    EXPECT_EQ(high, 0x315A5A46u);
+    EXPECT_EQ(low, 0x45000000u);
+
+    ASSERT_EQ(WithItem(2, u"1ZZFEXY").GetDwordEngineType(&high, &low), 0u);
+    EXPECT_EQ(high, 0x315A5A46u);
+    EXPECT_EQ(low, 0x45580000u);  // Y, the seventh, never reaches the result
+}
+
+TEST(CarInfoAccess, ModelYearAcceptsOneToFourDigits) {
+    std::uint32_t year = kUntouched;
+    ASSERT_EQ(WithItem(3, u"2015").GetDwordModelYear(&year), 0u);
+    EXPECT_EQ(year, 2015u);
+    ASSERT_EQ(WithItem(3, u"0999").GetDwordModelYear(&year), 0u);
+    EXPECT_EQ(year, 999u);
+    ASSERT_EQ(WithItem(3, u"07").GetDwordModelYear(&year), 0u);
+    EXPECT_EQ(year, 7u);
+    ASSERT_EQ(WithItem(3, u"9").GetDwordModelYear(&year), 0u);
+    EXPECT_EQ(year, 9u);
+}
+
+TEST(CarInfoAccess, ModelYearRejectsBadTextsAndLeavesTheOutputAlone) {
+    for (const char16_t* bad : {u"12345", u"", u"20A1", u" 201", u"-1", u"2\u00b2"}) {
+        std::uint32_t year = kUntouched;
+        EXPECT_EQ(WithItem(3, bad).GetDwordModelYear(&year), kItemMissing);
+        EXPECT_EQ(year, kUntouched);
+    }
+}
+
+TEST(CarInfoAccess, NullOutputsComeBeforeTheListTests) {
+    CGetCarInfoRcv empty;
+    std::uint32_t a = kUntouched, b = kUntouched;
+    const std::uint16_t* text = nullptr;
+    EXPECT_EQ(empty.Get(nullptr, 1), kNullOutput);
+    EXPECT_EQ(empty.GetDwordCarInfo(nullptr, &b), kNullOutput);
+    EXPECT_EQ(empty.GetDwordCarInfo(&a, nullptr), kNullOutput);
+    EXPECT_EQ(empty.GetDwordEngineType(nullptr, &b), kNullOutput);
+    EXPECT_EQ(empty.GetDwordEngineType(&a, nullptr), kNullOutput);
+    EXPECT_EQ(empty.GetDwordModelYear(nullptr), kNullOutput);
+
+    EXPECT_EQ(empty.Get(&text, 1), kItemMissing);
+    EXPECT_EQ(empty.GetDwordCarInfo(&a, &b), kItemMissing);
+    EXPECT_EQ(empty.GetDwordEngineType(&a, &b), kItemMissing);
+    EXPECT_EQ(empty.GetDwordModelYear(&a), kItemMissing);
+    EXPECT_EQ(a, kUntouched);
+    EXPECT_EQ(b, kUntouched);
+    EXPECT_EQ(text, nullptr);
+}
+
+TEST(CarInfoAccess, MissingItemOrMissingText) {
+    std::uint32_t a = kUntouched, b = kUntouched;
+    CGetCarInfoRcv other = WithItem(7, u"X");
+    EXPECT_EQ(other.GetDwordCarInfo(&a, &b), kItemMissing);
+    EXPECT_EQ(other.GetDwordEngineType(&a, &b), kItemMissing);
+    EXPECT_EQ(other.GetDwordModelYear(&a), kItemMissing);
+
+    CGetCarInfoRcv noText;
+    noText.carInfo.GetAt(noText.carInfo.AddTail()).itemId = 1;  // text never set
+    const std::uint16_t* text = U16(u"?");
+    EXPECT_EQ(noText.Get(&text, 1), 0u);
+    EXPECT_EQ(text, nullptr);
+    EXPECT_EQ(noText.GetDwordCarInfo(&a, &b), kItemMissing);
+    EXPECT_EQ(a, kUntouched);
+    EXPECT_EQ(b, kUntouched);
+}
+
+TEST(CarInfoAccess, TextWithoutTerminatorIsReadNoFurtherThanItsBytes) {
+    const std::uint16_t year[] = {'2', '0', '1', '5'};
+    CGetCarInfoRcv m;
+    CCmdCarInfo& item = m.carInfo.GetAt(m.carInfo.AddTail());
+    item.itemId = 3;
+    item.text.SetAt(year, 4);
+    std::uint32_t value = 0;
+    ASSERT_EQ(m.GetDwordModelYear(&value), 0u);
+    EXPECT_EQ(value, 2015u);
+
+    item.itemId = 1;
+    item.text.SetAt(year, 3);
+    std::uint32_t high = 0, low = 0;
+    ASSERT_EQ(m.GetDwordCarInfo(&high, &low), 0u);
+    EXPECT_EQ(high, 0x32303100u);
+}
+
+TEST(CarInfoAccess, AccessorsWorkOnAnAnswerReadFromARegion) {
+    CGetCarInfoRcv sent;
+    AddItem(sent.carInfo, 1, u"ABCDEFG");
+    AddItem(sent.carInfo, 2, u"1ZZFE");
+    AddItem(sent.carInfo, 3, u"2031");
+    Region region;
+    CCmdWriter w = region.Writer();
+    w.Write(&sent);
+    CGetCarInfoRcv got;
+    CCmdReader r = region.Reader();
+    r.Read(&got);
+    ASSERT_EQ(r.GetLastError(), 0u);
+    std::uint32_t high = 0, low = 0, year = 0;
+    EXPECT_EQ(got.GetDwordCarInfo(&high, &low), 0u);
+    EXPECT_EQ(high, 0x41424344u);
+    EXPECT_EQ(got.GetDwordEngineType(&high, &low), 0u);
+    EXPECT_EQ(low, 0x45000000u);
+    EXPECT_EQ(got.GetDwordModelYear(&year), 0u);
+    EXPECT_EQ(year, 2031u);
+}
+
+TEST(CarInfoAccess, HighBytesWidenWithTheirSign) {
+    if (!WesternCodePage()) GTEST_SKIP() << "the narrow code page does not map U+00E9 to 0xE9";
+    std::uint32_t high = 0, low = 0;
+    // 0xE9 widened to 0xFFFFFFE9 sets every bit above it; later shifts push the lowest out.
+    ASSERT_EQ(WithItem(1, u"A\u00e9").GetDwordCarInfo(&high, &low), 0u);
+    EXPECT_EQ(high, 0xFFE90000u);
+    EXPECT_EQ(low, 0u);
+    ASSERT_EQ(WithItem(1, u"\u00e9").GetDwordCarInfo(&high, &low), 0u);
+    EXPECT_EQ(high, 0xE9000000u);
+    ASSERT_EQ(WithItem(1, u"ABCDEF\u00e9").GetDwordCarInfo(&high, &low), 0u);
+    EXPECT_EQ(high, 0x41424344u);
+    EXPECT_EQ(low, 0xFFFFE900u);
+    ASSERT_EQ(WithItem(2, u"ABCDE\u00e9").GetDwordEngineType(&high, &low), 0u);
+    EXPECT_EQ(low, 0xFFE90000u);
+    ASSERT_EQ(WithItem(2, u"ABC\u00e9").GetDwordEngineType(&high, &low), 0u);
+    EXPECT_EQ(high, 0xFFFFFFE9u);
+    EXPECT_EQ(low, 0u);
+}
