@@ -1,0 +1,407 @@
+#!/usr/bin/env python3
+"""Tests of the cmddata command-line tool: demo, dump, list, help and errors.
+
+usage: tools_test.py PATH/TO/cmddata[.exe] [--wrapper wine]
+
+The demo runs once with --save; every saved message is then decoded with dump (text tree and
+JSON), and the JSON is checked against the saved bytes field by field. Truncated, corrupted and
+padded copies check dump's failure reports; the demo's fault modes check that a vehicle side that
+dies, stays silent or answers garbage is reported and never hangs.
+"""
+
+import json
+import os
+import random
+import re
+import shutil
+import struct
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+TOOL = None
+WRAPPER = []
+WORK = None
+SAVED = None  # (demo stdout, {file name: bytes})
+
+
+def run(*args, timeout=60):
+    """Runs the tool; returns (exit code, stdout, stderr). A signal shows as a negative code."""
+    proc = subprocess.run(WRAPPER + [TOOL] + list(args), capture_output=True, timeout=timeout,
+                          stdin=subprocess.DEVNULL)
+    err = proc.stderr.decode("utf-8", "replace")
+    for marker in ("AddressSanitizer", "runtime error:", "LeakSanitizer"):
+        if marker in err:
+            raise AssertionError("sanitizer report from %s:\n%s" % (args, err))
+    return proc.returncode, proc.stdout.decode("utf-8", "replace"), err
+
+
+def shm_names():
+    if WRAPPER or not os.path.isdir("/dev/shm"):
+        return set()
+    return {n for n in os.listdir("/dev/shm") if "cmddata-demo" in n}
+
+
+def saved_demo():
+    global SAVED
+    if SAVED is None:
+        out_dir = os.path.join(WORK, "saved")
+        code, out, err = run("demo", "--save", out_dir, timeout=120)
+        if code != 0:
+            raise AssertionError("demo failed (%d):\n%s\n%s" % (code, out, err))
+        files = {}
+        for name in sorted(os.listdir(out_dir)):
+            with open(os.path.join(out_dir, name), "rb") as f:
+                files[name] = f.read()
+        SAVED = (out, files)
+    return SAVED
+
+
+def write_temp(name, data):
+    path = os.path.join(WORK, name)
+    with open(path, "wb") as f:
+        f.write(data)
+    return path
+
+
+def dump_json(*args):
+    code, out, err = run("dump", "--json", *args)
+    return code, (json.loads(out) if out.strip() else None), err
+
+
+def check_fields(test, fields, data):
+    """Every leaf of the JSON tree must match the bytes at its offset, and the leaves (with the
+    8-byte prefix and count of each list) must tile the message without gaps or overlaps."""
+    spans = []
+
+    def walk(nodes):
+        for n in nodes:
+            t, off, size = n["type"], n["offset"], n["size"]
+            if t in ("u8", "u16", "u32", "u64"):
+                width = {"u8": 1, "u16": 2, "u32": 4, "u64": 8}[t]
+                test.assertEqual(size, width, n)
+                test.assertEqual(int.from_bytes(data[off:off + width], "little"), n["value"], n)
+                spans.append((off, size))
+            elif t == "string":
+                count = struct.unpack_from("<H", data, off + 4)[0]
+                test.assertEqual(size, 6 + count, n)
+                test.assertEqual(bytes.fromhex(n["bytes"]), data[off + 6:off + 6 + count], n)
+                spans.append((off, size))
+            elif t == "buffer":
+                count = struct.unpack_from("<I", data, off + 4)[0]
+                test.assertEqual(size, 8 + count, n)
+                test.assertEqual(bytes.fromhex(n["bytes"]), data[off + 8:off + 8 + count], n)
+                spans.append((off, size))
+            elif t == "list":
+                test.assertEqual(struct.unpack_from("<I", data, off + 4)[0], n["count"], n)
+                test.assertEqual(len(n["items"]), n["count"], n)
+                spans.append((off, 8))
+                walk(n["items"])
+            elif t == "record":
+                walk(n["fields"])
+            elif t == "unsent":
+                test.assertEqual(size, 0, n)
+
+    walk(fields)
+    spans.sort()
+    position = 0
+    for off, size in spans:
+        test.assertEqual(off, position, "gap or overlap at offset %d" % off)
+        position += size
+    test.assertEqual(position, len(data))
+
+
+class HelpAndErrors(unittest.TestCase):
+    def test_help_on_every_command(self):
+        for args, marker in ((["--help"], "usage: cmddata <command>"),
+                             (["demo", "--help"], "usage: cmddata demo"),
+                             (["dump", "--help"], "usage: cmddata dump"),
+                             (["list", "--help"], "usage: cmddata list"),
+                             (["dump", "-h"], "usage: cmddata dump")):
+            code, out, _ = run(*args)
+            self.assertEqual(code, 0, args)
+            self.assertIn(marker, out, args)
+
+    def test_usage_errors_are_one_line_and_exit_2(self):
+        cases = [
+            [],
+            ["frobnicate"],
+            ["list", "--bogus"],
+            ["list", "a", "b"],
+            ["dump"],
+            ["dump", "--bogus", "x"],
+            ["dump", "a.bin", "b.bin"],
+            ["dump", "x.bin", "--side", "both"],
+            ["dump", "x.bin", "--version", "70000"],
+            ["dump", "x.bin", "--command", "NoSuchCommand"],
+            ["dump", "x.bin", "--command", "999"],
+            ["dump", "x.bin", "--region"],
+            ["demo", "--timeout-ms", "soon"],
+            ["demo", "--timeout-ms", "0"],
+            ["demo", "--fault", "explode:1"],
+            ["demo", "extra"],
+            ["demo", "--save"],
+        ]
+        for args in cases:
+            code, out, err = run(*args)
+            self.assertEqual(code, 2, (args, out, err))
+            if args:
+                self.assertEqual(len(err.strip().splitlines()), 1, (args, err))
+                self.assertEqual(out, "", args)
+
+    def test_missing_file_fails_cleanly(self):
+        code, out, err = run("dump", os.path.join(WORK, "does-not-exist.bin"))
+        self.assertEqual(code, 1)
+        self.assertIn("cannot open", err)
+
+
+class List(unittest.TestCase):
+    def test_catalogue_rows(self):
+        code, out, _ = run("list")
+        self.assertEqual(code, 0)
+        rows = {}
+        for line in out.splitlines()[1:-1]:
+            parts = line.split(None, 5)
+            rows.setdefault(parts[1], parts)
+        self.assertEqual(len(out.splitlines()) - 2, 236)
+        self.assertEqual(rows["GetCarInfo"][:5], ["1", "GetCarInfo", "header/header", "1/1", "built"])
+        self.assertEqual(rows["GetDatMonValue"][3], "V3/1")
+        self.assertEqual(rows["GetTirePressureInfo"][2], "prefix+header/prefix+header")
+        self.assertIn("payload undefined", rows["GetTirePressureInfo"][5])
+        self.assertEqual(rows["PcMonStart"][2], "none/none")
+        self.assertEqual(rows["GetDatMonListNoComm"][3], "d/d")
+        self.assertIn("layout of GetDatMonList", rows["GetDatMonListNoComm"][5])
+        self.assertIn("built", rows["GetFrzFrmDat"][4])
+        self.assertRegex(out.splitlines()[-1], r"^236 of 236 commands shown; \d+ of 236 built")
+
+    def test_filter_by_substring_and_id(self):
+        code, out, _ = run("list", "DATMONLIST")
+        self.assertEqual(code, 0)
+        names = [l.split()[1] for l in out.splitlines()[1:-1]]
+        self.assertEqual(names, ["GetDatMonList", "GetDatMonListNoComm", "GetDatMonListForActTest"])
+        code, out, _ = run("list", "81")
+        self.assertEqual([l.split()[1] for l in out.splitlines()[1:-1]], ["GetVIN"])
+        code, out, _ = run("list", "zzzz")
+        self.assertEqual(code, 0)
+        self.assertTrue(out.splitlines()[-1].startswith("0 of 236"))
+
+
+class Demo(unittest.TestCase):
+    def test_transcript(self):
+        out, files = saved_demo()
+        self.assertIn("GetDwordCarInfo    high 0x515A5837 low 0x444D4F00", out)
+        self.assertIn("GetDwordEngineType high 0x3953494D low 0x56380000", out)
+        self.assertIn("GetDwordModelYear  2031", out)
+        self.assertIn('"DEMO0SIMVEHICLE42"', out)
+        self.assertRegex(out, r"Engine speed\s+raw 80 0c\s+-> 800 rpm")
+        self.assertRegex(out, r"Ignition advance\s+raw f4\s+-> -6 deg")
+        self.assertRegex(out, r"Cooling fan\s+raw 01\s+-> 1\s+\"ON\"")
+        self.assertIn('GetValue(1) = -5 degC', out)
+        self.assertIn('GetString(1) = "Closed loop"', out)
+        self.assertIn("GetVimInfo", out)
+        self.assertIn("not supported by the vehicle", out)
+        self.assertRegex(out, r"\n12 exchanges, \d+ bytes requested, \d+ bytes answered; "
+                              r"vehicle side exited with code 0")
+
+    def test_saved_files_are_the_reported_sizes(self):
+        out, files = saved_demo()
+        lines = re.findall(r"\[(\d\d)\] (\w+)\s+request\s+(\d+) bytes\s+answer\s+(\d+) bytes", out)
+        self.assertEqual(len(lines), 12)
+        self.assertEqual(len(files), 24)
+        for number, command, sent, received in lines:
+            self.assertEqual(len(files["%s-%s-snd.bin" % (number, command)]), int(sent))
+            self.assertEqual(len(files["%s-%s-rcv.bin" % (number, command)]), int(received))
+        # The request for items 1, 2 and 3, byte for byte.
+        self.assertEqual(files["01-GetCarInfo-snd.bin"].hex(),
+                         "01000000" + "00000000" * 4 + "01000000" "03000000"
+                         "0100" "0200" "0300")
+
+    def test_leaves_no_named_objects(self):
+        saved_demo()
+        self.assertEqual(shm_names(), set())
+
+    def test_vehicle_side_that_dies_is_reported(self):
+        start = time.time()
+        code, out, _ = run("demo", "--timeout-ms", "3000", "--fault", "exit:3")
+        self.assertEqual(code, 1)
+        self.assertIn("exited with code 3 without answering the GetCID request", out)
+        self.assertIn("demo FAILED", out)
+        self.assertLess(time.time() - start, 20)
+        self.assertEqual(shm_names(), set())
+
+    def test_silent_vehicle_side_times_out(self):
+        start = time.time()
+        code, out, _ = run("demo", "--timeout-ms", "700", "--fault", "mute:2")
+        self.assertEqual(code, 1)
+        self.assertIn("no answer to the GetVIN request within 700 ms", out)
+        self.assertLess(time.time() - start, 20)
+        self.assertEqual(shm_names(), set())
+
+    def test_garbled_answer_is_a_decode_error(self):
+        code, out, _ = run("demo", "--timeout-ms", "3000", "--fault", "garble:1")
+        self.assertEqual(code, 1)
+        self.assertIn("the GetCarInfo answer does not decode: result 0x80080003", out)
+        self.assertEqual(shm_names(), set())
+
+
+class Dump(unittest.TestCase):
+    def test_every_saved_message_decodes_exactly(self):
+        _, files = saved_demo()
+        for name, data in files.items():
+            command, side = re.match(r"\d\d-(\w+)-(snd|rcv)\.bin", name).groups()
+            path = os.path.join(WORK, "saved", name)
+            code, out, err = run("dump", path)
+            self.assertEqual(code, 0, (name, out, err))
+            self.assertIn("decoded %d of %d bytes" % (len(data), len(data)), out, name)
+            self.assertIn(" %s " % command, out, name)
+            # With the side given the decode is never ambiguous.
+            code, doc, err = dump_json(path, "--side", side)
+            self.assertEqual(code, 0, (name, err))
+            self.assertEqual((doc["command"], doc["side"]), (command, side), name)
+            self.assertTrue(doc["complete"], name)
+            self.assertTrue(doc["built"], name) if command != "GetVimInfo" else None
+            self.assertEqual((doc["size"], doc["decoded"], doc["left_over"]),
+                             (len(data), len(data), 0), name)
+            self.assertEqual(doc["result"], 0)
+            check_fields(self, doc["fields"], data)
+            # Without it the identifier and the fit decide; the command is always right.
+            code, doc, _ = dump_json(path)
+            self.assertEqual(code, 0, name)
+            self.assertEqual(doc["command"], command, name)
+
+    def test_tree_shows_text_and_nesting(self):
+        _, files = saved_demo()
+        code, out, _ = run("dump", os.path.join(WORK, "saved", "01-GetCarInfo-rcv.bin"))
+        self.assertEqual(code, 0)
+        self.assertIn("@0x0000  u32     command_id = 1 (0x00000001) GetCarInfo", out)
+        self.assertIn("car_info: 3 x CCmdCarInfo", out)
+        self.assertRegex(out, r"@0x0022  string +text = \"QZX7DMO\" \(16 text bytes\)")
+        self.assertIn("chose GetCarInfo rcv", out)
+
+    def test_truncated_messages_fail_with_offset_and_code(self):
+        _, files = saved_demo()
+        for name, data in files.items():
+            if len(data) <= 20:
+                continue
+            command, side = re.match(r"\d\d-(\w+)-(snd|rcv)\.bin", name).groups()
+            for cut in sorted({len(data) - 1, len(data) // 2, 21, 10}):
+                path = write_temp("cut.bin", data[:cut])
+                code, out, err = run("dump", path, "--command", command, "--side", side)
+                self.assertEqual(code, 1, (name, cut, out, err))
+                self.assertRegex(out, r"decode failed at offset \d+ \(0x[0-9a-f]+\)")
+                self.assertIn("0x80080003 past the end of the region", out)
+                self.assertIn("bytes from that offset on:", out)
+                code, doc, _ = dump_json(path, "--command", command, "--side", side)
+                self.assertEqual(code, 1)
+                self.assertFalse(doc["complete"])
+                self.assertEqual(doc["result_hex"], "0x80080003")
+                self.assertLessEqual(doc["failure"]["offset"], cut)
+                self.assertEqual(len(bytes.fromhex(doc["left_over_bytes"])),
+                                 cut - doc["failure"]["offset"])
+
+    def test_too_short_for_an_identifier(self):
+        path = write_temp("short.bin", b"\x01\x00\x00")
+        code, out, err = run("dump", path)
+        self.assertEqual(code, 1)
+        self.assertIn("no command identifier found", err)
+        code, out, err = run("dump", write_temp("empty.bin", b""))
+        self.assertEqual(code, 1)
+        self.assertIn("empty", err)
+
+    def test_identifier_not_in_catalogue(self):
+        path = write_temp("unknown.bin", struct.pack("<5I", 250, 0, 0, 0, 0))
+        code, out, err = run("dump", path)
+        self.assertEqual(code, 1)
+        self.assertIn("leading u32 = 250: not a command identifier", err)
+
+    def test_prefixed_header_is_found_behind_the_prefix(self):
+        # GetTirePressureInfo (135) carries the version prefix before its header.
+        data = struct.pack("<HH5I", 1, 0, 135, 7, 0, 0, 0)
+        code, doc, _ = dump_json(write_temp("prefixed.bin", data))
+        self.assertEqual(code, 0)
+        self.assertEqual(doc["command"], "GetTirePressureInfo")
+        self.assertEqual(doc["framing"], "prefix+header")
+        self.assertIn("u32 after the 4-byte prefix = 135", doc["notes"])
+        check_fields(self, doc["fields"], data)
+
+    def test_left_over_bytes_are_reported(self):
+        _, files = saved_demo()
+        data = files["02-GetVIN-rcv.bin"] + b"\xde\xad\xbe\xef\x01"
+        path = write_temp("padded.bin", data)
+        code, out, _ = run("dump", path, "--side", "rcv")
+        self.assertEqual(code, 0)
+        self.assertIn("5 bytes left over after the message:", out)
+        self.assertIn("de ad be ef 01", out)
+        code, doc, _ = dump_json(path, "--side", "rcv")
+        self.assertEqual((doc["left_over"], doc["left_over_bytes"]), (5, "deadbeef01"))
+
+    def test_impossible_list_count_is_caught(self):
+        _, files = saved_demo()
+        data = bytearray(files["06-GetDatMonList-rcv.bin"])
+        data[24:28] = struct.pack("<I", 0x7FFFFFFF)
+        code, out, _ = run("dump", write_temp("count.bin", bytes(data)))
+        self.assertEqual(code, 1)
+        self.assertIn("decode failed at offset 20 (0x14), field 'items': count larger than the "
+                      "region can hold; result 0x80080003", out)
+
+    def test_random_damage_never_crashes(self):
+        _, files = saved_demo()
+        rng = random.Random(1234)
+        names = sorted(n for n in files if len(files[n]) > 20)
+        for i in range(60):
+            data = bytearray(files[names[i % len(names)]])
+            for _ in range(rng.randint(1, 6)):
+                data[rng.randrange(len(data))] = rng.randrange(256)
+            if rng.random() < 0.3:
+                data = data[:rng.randrange(1, len(data))]
+            code, doc, err = dump_json(write_temp("damaged.bin", bytes(data)))
+            self.assertIn(code, (0, 1), (i, err))
+            if doc is not None:
+                self.assertLessEqual(doc["decoded"], len(data))
+
+    @unittest.skipIf(not os.path.isdir("/dev/shm"), "no POSIX shared memory directory")
+    def test_live_region(self):
+        if WRAPPER:
+            self.skipTest("regions of the emulated system are not visible here")
+        _, files = saved_demo()
+        name = "cmddata-test-%d" % os.getpid()
+        path = "/dev/shm/" + name
+        with open(path, "wb") as f:
+            f.write(files["03-GetCID-rcv.bin"].ljust(4096, b"\0"))
+        try:
+            code, out, _ = run("dump", "--region", name, "--side", "rcv")
+            self.assertEqual(code, 0, out)
+            self.assertIn("region %s: 4096 bytes" % name, out)
+            self.assertIn('"SIMCAL-TRN-0042"', out)
+            self.assertRegex(out, r"\d+ bytes left over after the message \(all zero\)")
+        finally:
+            os.unlink(path)
+        code, _, err = run("dump", "--region", name)
+        self.assertEqual(code, 1)
+        self.assertIn("cannot open the shared region", err)
+
+
+def main():
+    global TOOL, WRAPPER, WORK
+    args = sys.argv[1:]
+    if "--wrapper" in args:
+        i = args.index("--wrapper")
+        WRAPPER = [args[i + 1]]
+        del args[i:i + 2]
+    if len(args) != 1:
+        sys.exit(__doc__)
+    TOOL = os.path.abspath(args[0])
+    WORK = tempfile.mkdtemp(prefix="cmddata-tool-test-")
+    try:
+        result = unittest.main(argv=[sys.argv[0], "-v"], exit=False).result
+    finally:
+        shutil.rmtree(WORK, ignore_errors=True)
+    failed = len(result.failures) + len(result.errors)
+    print("%d passed, %d failed" % (result.testsRun - failed - len(result.skipped), failed))
+    sys.exit(0 if result.wasSuccessful() else 1)
+
+
+if __name__ == "__main__":
+    main()

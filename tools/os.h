@@ -1,0 +1,75 @@
+// The few operating-system services the tool needs: its own path and id, a child process,
+// named semaphores and a sleep. Two halves (os_posix.cpp, os_windows.cpp); CMake picks one.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace cmdtool {
+namespace os {
+
+/// This process's id.
+std::uint32_t ProcessId();
+/// Path of the running executable (empty when the system will not say).
+std::string SelfPath();
+/// True while a process of this id exists.
+bool ProcessAlive(std::uint32_t pid);
+void SleepMs(std::uint32_t ms);
+
+/// A child process started from an executable path and its arguments.
+class Child {
+  public:
+    Child() = default;
+    ~Child();
+    Child(const Child&) = delete;
+    Child& operator=(const Child&) = delete;
+
+    /// Starts path with args (args[0] is the program name). False and a reason on failure.
+    bool Start(const std::string& path, const std::vector<std::string>& args, std::string* error);
+    /// Non-blocking: true when the child has ended; its exit code (or a description of the signal
+    /// that ended it) goes to *how.
+    bool Ended(int* exitCode, std::string* how);
+    /// Waits up to timeoutMs for the end; true when it ended.
+    bool Wait(std::uint32_t timeoutMs, int* exitCode, std::string* how);
+    /// Ends the child at once (only this child, by its id) and reaps it.
+    void Kill();
+    bool Started() const { return started_; }
+    std::uint32_t Id() const { return id_; }
+
+  private:
+    bool started_ = false;
+    bool ended_ = false;
+    int exitCode_ = 0;
+    std::string how_;
+    std::uint32_t id_ = 0;
+    void* handle_ = nullptr;  // process handle on Windows
+};
+
+/// A named counting semaphore shared between processes. The creator removes the name when it is
+/// destroyed, so nothing named outlives a run.
+class Semaphore {
+  public:
+    Semaphore() = default;
+    ~Semaphore();
+    Semaphore(const Semaphore&) = delete;
+    Semaphore& operator=(const Semaphore&) = delete;
+
+    /// Creates a new semaphore (count 0); fails if the name exists already.
+    bool Create(const std::string& name);
+    /// Opens one that another process created.
+    bool Open(const std::string& name);
+    bool Post();
+    /// Waits up to timeoutMs; true when the count was taken.
+    bool Wait(std::uint32_t timeoutMs);
+    bool IsValid() const { return handle_ != nullptr; }
+    void Close();
+
+  private:
+    void* handle_ = nullptr;
+    bool owner_ = false;
+    std::string name_;
+};
+
+}  // namespace os
+}  // namespace cmdtool

@@ -1,0 +1,157 @@
+// POSIX half of the tool's system services.
+#include <errno.h>
+#include <fcntl.h>
+#include <semaphore.h>
+#include <signal.h>
+#include <spawn.h>
+#include <string.h>
+#include <sys/wait.h>
+#include <time.h>
+#include <unistd.h>
+
+#include "os.h"
+
+extern char** environ;
+
+namespace cmdtool {
+namespace os {
+
+std::uint32_t ProcessId() {
+    return static_cast<std::uint32_t>(getpid());
+}
+
+std::string SelfPath() {
+    char path[4096];
+    const ssize_t n = readlink("/proc/self/exe", path, sizeof(path) - 1);
+    if (n <= 0) return std::string();
+    return std::string(path, static_cast<std::size_t>(n));
+}
+
+bool ProcessAlive(std::uint32_t pid) {
+    return kill(static_cast<pid_t>(pid), 0) == 0 || errno == EPERM;
+}
+
+void SleepMs(std::uint32_t ms) {
+    timespec t{static_cast<time_t>(ms / 1000), static_cast<long>(ms % 1000) * 1000000L};
+    while (nanosleep(&t, &t) != 0 && errno == EINTR) {
+    }
+}
+
+Child::~Child() {
+    if (started_ && !ended_) Kill();
+}
+
+bool Child::Start(const std::string& path, const std::vector<std::string>& args,
+                  std::string* error) {
+    std::vector<char*> argv;
+    for (const std::string& a : args) argv.push_back(const_cast<char*>(a.c_str()));
+    argv.push_back(nullptr);
+    pid_t pid = 0;
+    const int rc = posix_spawn(&pid, path.c_str(), nullptr, nullptr, argv.data(), environ);
+    if (rc != 0) {
+        *error = std::string("cannot start ") + path + ": " + strerror(rc);
+        return false;
+    }
+    started_ = true;
+    id_ = static_cast<std::uint32_t>(pid);
+    return true;
+}
+
+bool Child::Ended(int* exitCode, std::string* how) {
+    if (!started_) return true;
+    if (!ended_) {
+        int status = 0;
+        const pid_t r = waitpid(static_cast<pid_t>(id_), &status, WNOHANG);
+        if (r == 0) return false;
+        ended_ = true;
+        if (r < 0) {
+            exitCode_ = -1;
+            how_ = "lost (cannot be waited for)";
+        } else if (WIFEXITED(status)) {
+            exitCode_ = WEXITSTATUS(status);
+            how_ = "exited with code " + std::to_string(exitCode_);
+        } else if (WIFSIGNALED(status)) {
+            exitCode_ = 128 + WTERMSIG(status);
+            how_ = std::string("killed by signal ") + std::to_string(WTERMSIG(status)) + " (" +
+                   strsignal(WTERMSIG(status)) + ")";
+        }
+    }
+    if (exitCode != nullptr) *exitCode = exitCode_;
+    if (how != nullptr) *how = how_;
+    return true;
+}
+
+bool Child::Wait(std::uint32_t timeoutMs, int* exitCode, std::string* how) {
+    for (std::uint32_t waited = 0;; waited += 10) {
+        if (Ended(exitCode, how)) return true;
+        if (waited >= timeoutMs) return false;
+        SleepMs(10);
+    }
+}
+
+void Child::Kill() {
+    if (!started_ || ended_) return;
+    kill(static_cast<pid_t>(id_), SIGKILL);
+    int status = 0;
+    waitpid(static_cast<pid_t>(id_), &status, 0);
+    ended_ = true;
+    exitCode_ = 128 + SIGKILL;
+    how_ = "killed";
+}
+
+Semaphore::~Semaphore() {
+    Close();
+}
+
+bool Semaphore::Create(const std::string& name) {
+    Close();
+    const std::string full = "/" + name;
+    sem_t* s = sem_open(full.c_str(), O_CREAT | O_EXCL, 0600, 0);
+    if (s == SEM_FAILED) return false;
+    handle_ = s;
+    owner_ = true;
+    name_ = full;
+    return true;
+}
+
+bool Semaphore::Open(const std::string& name) {
+    Close();
+    const std::string full = "/" + name;
+    sem_t* s = sem_open(full.c_str(), 0);
+    if (s == SEM_FAILED) return false;
+    handle_ = s;
+    owner_ = false;
+    name_ = full;
+    return true;
+}
+
+bool Semaphore::Post() {
+    return handle_ != nullptr && sem_post(static_cast<sem_t*>(handle_)) == 0;
+}
+
+bool Semaphore::Wait(std::uint32_t timeoutMs) {
+    if (handle_ == nullptr) return false;
+    timespec until{};
+    clock_gettime(CLOCK_REALTIME, &until);
+    until.tv_sec += static_cast<time_t>(timeoutMs / 1000);
+    until.tv_nsec += static_cast<long>(timeoutMs % 1000) * 1000000L;
+    if (until.tv_nsec >= 1000000000L) {
+        until.tv_sec += 1;
+        until.tv_nsec -= 1000000000L;
+    }
+    for (;;) {
+        if (sem_timedwait(static_cast<sem_t*>(handle_), &until) == 0) return true;
+        if (errno != EINTR) return false;
+    }
+}
+
+void Semaphore::Close() {
+    if (handle_ == nullptr) return;
+    sem_close(static_cast<sem_t*>(handle_));
+    if (owner_) sem_unlink(name_.c_str());
+    handle_ = nullptr;
+    owner_ = false;
+}
+
+}  // namespace os
+}  // namespace cmdtool

@@ -1,0 +1,47 @@
+// The tool's map from a catalogue command and a side to the class that carries it: its name and
+// a factory that builds it with a given version. Families join by landing their headers in the
+// umbrella header; registry.cpp picks up every C<Command>Snd/Rcv that is declared there.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "cmddata/command/catalogue.h"
+#include "cmddata/core/core.h"
+
+namespace cmdtool {
+
+using Factory = std::unique_ptr<CCmdCore> (*)(std::uint16_t version);
+
+/// One side of one command.
+struct MessageClass {
+    const char* className;  // C<Command>Snd or C<Command>Rcv
+    Factory make;           // null while the class is not built
+    bool takesVersion;      // the constructor takes a version argument
+};
+
+/// The entry of a command's side (never null for a command of the catalogue).
+const MessageClass& ClassOf(const cmddata::CommandInfo& command, cmddata::Side side);
+inline bool IsBuilt(const cmddata::CommandInfo& command, cmddata::Side side) {
+    return ClassOf(command, side).make != nullptr;
+}
+/// Number of commands whose two classes are both built.
+std::size_t BuiltCommandCount();
+
+/// A message object for a command's side. The built class when there is one; otherwise a stand-in
+/// that carries the header alone in the command's framing (*standIn set), or null for a command
+/// that puts no header on the wire.
+std::unique_ptr<CCmdCore> MakeMessage(const cmddata::CommandInfo& command, cmddata::Side side,
+                                      std::uint16_t version, bool* standIn);
+
+/// The command a region holds on one side, from its leading identifier: the first u32 for a
+/// plain header, the u32 after the 4-byte prefix for a prefixed one. Null when neither fits.
+const cmddata::CommandInfo* CommandFromBytes(const unsigned char* data, std::size_t size,
+                                             cmddata::Side side);
+
+const char* SideName(cmddata::Side side);           // "snd" / "rcv"
+const char* FramingName(cmddata::Framing framing);  // "header", "prefix+header", "none"
+/// The catalogue's notation: 1, 2, V1, V2, V3, 1*, d.
+const char* RuleName(cmddata::VersionRule rule);
+
+}  // namespace cmdtool
