@@ -4,7 +4,7 @@
 
 namespace cmdtool {
 
-bool ParseArgs(const std::vector<std::string>& args, const std::vector<OptionSpec>& spec,
+bool ParseArgs(const std::vector<std::string>& args, const std::vector<OptionDef>& known,
                ParsedArgs* out, std::string* error) {
     for (std::size_t i = 0; i < args.size(); ++i) {
         const std::string& arg = args[i];
@@ -18,8 +18,8 @@ bool ParseArgs(const std::vector<std::string>& args, const std::vector<OptionSpe
         }
         const std::size_t eq = arg.find('=');
         const std::string name = arg.substr(0, eq);
-        const OptionSpec* found = nullptr;
-        for (const OptionSpec& s : spec)
+        const OptionDef* found = nullptr;
+        for (const OptionDef& s : known)
             if (name == s.name) found = &s;
         if (found == nullptr) {
             *error = "unknown option " + name;

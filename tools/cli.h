@@ -13,7 +13,7 @@ constexpr int kExitOk = 0;
 constexpr int kExitFailed = 1;
 constexpr int kExitUsage = 2;
 
-struct OptionSpec {
+struct OptionDef {
     const char* name;  // "--region"
     bool takesValue;
 };
@@ -32,7 +32,7 @@ struct ParsedArgs {
 
 /// Parses args (after the subcommand name). "--name=value" and "--name value" both work;
 /// -h/--help is always known. False with a one-line reason on an unknown or incomplete option.
-bool ParseArgs(const std::vector<std::string>& args, const std::vector<OptionSpec>& spec,
+bool ParseArgs(const std::vector<std::string>& args, const std::vector<OptionDef>& known,
                ParsedArgs* out, std::string* error);
 
 /// Prints "cmddata <command>: <message>" and a hint to stderr; returns kExitUsage.

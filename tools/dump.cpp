@@ -295,6 +295,10 @@ int RunDump(const std::vector<std::string>& args) {
     Decoded& d = attempts[best];
     if (versionGiven && !d.standIn && !ClassOf(*d.command, d.side).takesVersion)
         notes += "note: " + d.className + " takes no version; --version has no effect\n";
+    for (const FieldNode& field : d.root.children)
+        if (field.name == "command_id" && field.value != d.command->id)
+            notes += "warning: the identifier in the bytes (" + std::to_string(field.value) +
+                     ") is not " + d.command->name + "'s (" + std::to_string(d.command->id) + ")\n";
     if (d.standIn)
         notes += "the classes of " + std::string(d.command->name) +
                  " are not built: only the header is decoded\n";

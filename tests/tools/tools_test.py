@@ -286,7 +286,10 @@ class Dump(unittest.TestCase):
             if len(data) <= 20:
                 continue
             command, side = re.match(r"\d\d-(\w+)-(snd|rcv)\.bin", name).groups()
-            for cut in sorted({len(data) - 1, len(data) // 2, 21, 10}):
+            cuts = {len(data) - 1, len(data) // 2, 21, 10}
+            if WRAPPER:  # every run through an emulator costs a second; keep the two telling cuts
+                cuts = {len(data) - 1, len(data) // 2}
+            for cut in sorted(cuts):
                 path = write_temp("cut.bin", data[:cut])
                 code, out, err = run("dump", path, "--command", command, "--side", side)
                 self.assertEqual(code, 1, (name, cut, out, err))
@@ -350,7 +353,7 @@ class Dump(unittest.TestCase):
         _, files = saved_demo()
         rng = random.Random(1234)
         names = sorted(n for n in files if len(files[n]) > 20)
-        for i in range(60):
+        for i in range(15 if WRAPPER else 60):
             data = bytearray(files[names[i % len(names)]])
             for _ in range(rng.randint(1, 6)):
                 data[rng.randrange(len(data))] = rng.randrange(256)
