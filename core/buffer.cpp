@@ -107,30 +107,13 @@ void CCmdBuffer::RemoveAll() {
 }
 
 void CCmdBuffer::Read(CCmdReader& reader) {
-    CCmdCore::Read(reader);
-    BlockRelease(data_);
-    data_ = nullptr;
-    reader.Read(&size_, 4);  // a transfer that moves nothing leaves the old size
-    if (size_ == 0) return;
-    if (!cmddata::detail::CountFits(reader, size_, 1)) {
-        size_ = 0;
-        cmddata::detail::Exhaust(reader);
-        return;
-    }
-    data_ = BlockAlloc(size_);
-    if (data_ == nullptr) {  // the bytes stay unread, as the format has it
-        size_ = 0;
-        return;
-    }
-    // A size past 2^31 is a negative count to the raw transfer: nothing comes in then.
-    if (reader.Read(data_, static_cast<std::int32_t>(size_)) == result::kBadArgument)
-        std::memset(data_, 0, size_);
+    cmddata::detail::ViaReader x{reader};
+    cmddata::detail::ReadBytes(*this, reader, x);
 }
 
 void CCmdBuffer::Write(CCmdWriter& writer) {
-    CCmdCore::Write(writer);
-    writer.Write(&size_, 4);
-    if (size_ != 0 && data_ != nullptr) writer.Write(data_, static_cast<std::int32_t>(size_));
+    cmddata::detail::ViaWriter x{writer};
+    cmddata::detail::WriteBytes(*this, x);
 }
 
 void CCmdBuffer::Describe(cmddata::DescribeProc& proc) { proc.BufferBody(nullptr, *this); }
@@ -188,28 +171,13 @@ void CCmdString::Initial() {
 void CCmdString::RemoveAll() { SetAt(static_cast<const char*>(nullptr), 0); }
 
 void CCmdString::Read(CCmdReader& reader) {
-    CCmdCore::Read(reader);
-    reader.Read(&length_, 2);  // a transfer that moves nothing leaves the old length
-    if (length_ == 0) return;  // the old block stays beside a length of 0
-    if (!cmddata::detail::CountFits(reader, length_, 1)) {
-        Initial();
-        cmddata::detail::Exhaust(reader);
-        return;
-    }
-    unsigned char* fresh = BlockAlloc(length_);
-    if (fresh == nullptr) {
-        Initial();
-        return;
-    }
-    BlockRelease(data_);
-    data_ = fresh;
-    reader.Read(data_, length_);
+    cmddata::detail::ViaReader x{reader};
+    cmddata::detail::ReadText(*this, reader, x);
 }
 
 void CCmdString::Write(CCmdWriter& writer) {
-    CCmdCore::Write(writer);
-    writer.Write(&length_, 2);
-    if (length_ != 0 && data_ != nullptr) writer.Write(data_, length_);
+    cmddata::detail::ViaWriter x{writer};
+    cmddata::detail::WriteText(*this, x);
 }
 
 void CCmdString::Describe(cmddata::DescribeProc& proc) { proc.TextBody(nullptr, *this); }

@@ -41,8 +41,7 @@ void CCmdStreamBase::AttachView(void* view, std::uint32_t size) {
 CCmdReader::~CCmdReader() = default;
 
 Result CCmdReader::Read(void* destination, std::int32_t count) {
-    if (destination == nullptr || count < 1) return lastError_ = result::kBadArgument;
-    return cmddata::detail::Transfer(*this, destination, static_cast<std::uint32_t>(count), true);
+    return cmddata::detail::ReadRaw(*this, destination, count);
 }
 
 void CCmdReader::Read(CCmdCore* object) { object->Read(*this); }
@@ -50,10 +49,7 @@ void CCmdReader::Read(CCmdCore* object) { object->Read(*this); }
 CCmdWriter::~CCmdWriter() = default;
 
 Result CCmdWriter::Write(const void* source, std::int32_t count) {
-    // Deliberately not stored: a bad call leaves the writer's last error as it was.
-    if (source == nullptr || count < 1) return result::kBadArgument;
-    return cmddata::detail::Transfer(*this, const_cast<void*>(source),
-                                     static_cast<std::uint32_t>(count), false);
+    return cmddata::detail::WriteRaw(*this, source, count);
 }
 
 void CCmdWriter::Write(CCmdCore* object) { object->Write(*this); }

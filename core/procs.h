@@ -2,7 +2,7 @@
 // processor is public (describe.h) since the tools build on it.
 #pragma once
 
-#include <typeinfo>
+#include <cstring>
 #include <type_traits>
 
 #include "cmddata/core/buffer.h"
@@ -15,12 +15,130 @@
 inline void CmdDataResetHeader(CCmdCore*) {}
 
 namespace cmddata {
+namespace detail {
+
+// Raw transfers as the algorithms below see them: through the stream's virtual slot (a stream
+// class of the caller's own), or inlined where the stream is exactly CCmdReader / CCmdWriter.
+// Both give the same results, last errors and positions.
+struct ViaReader {
+    CCmdReader& r;
+    template <std::uint32_t N>
+    Result Fixed(void* v) {
+        return r.Read(v, static_cast<std::int32_t>(N));
+    }
+    Result Bytes(void* v, std::int32_t n) { return r.Read(v, n); }
+};
+struct DirectReader {
+    CCmdReader& r;
+    template <std::uint32_t N>
+    Result Fixed(void* v) {
+        return ReadFixed<N>(r, v);
+    }
+    Result Bytes(void* v, std::int32_t n) { return ReadRaw(r, v, n); }
+};
+struct ViaWriter {
+    CCmdWriter& w;
+    template <std::uint32_t N>
+    Result Fixed(const void* v) {
+        return w.Write(v, static_cast<std::int32_t>(N));
+    }
+    Result Bytes(const void* v, std::int32_t n) { return w.Write(v, n); }
+};
+struct DirectWriter {
+    CCmdWriter& w;
+    template <std::uint32_t N>
+    Result Fixed(const void* v) {
+        return WriteFixed<N>(w, v);
+    }
+    Result Bytes(const void* v, std::int32_t n) { return WriteRaw(w, v, n); }
+};
+
+// The version prefix: a sender version above ours makes ours 0.
+template <class X>
+void ReadPrefix(CCmdCore& self, X& x) {
+    std::uint16_t sender = 0;  // stays 0 when the transfer moves nothing
+    x.template Fixed<2>(&sender);
+    x.template Fixed<2>(&Access::Reserved(self));
+    std::uint16_t& own = Access::Version(self);
+    own = own < sender ? 0 : sender;
+}
+template <class X>
+void WritePrefix(CCmdCore& self, X& x) {
+    x.template Fixed<2>(&Access::Version(self));
+    x.template Fixed<2>(&Access::Reserved(self));
+}
+
+// CCmdString's reading: prefix, count, bytes. The block held before is let go only when a new
+// one replaces it; a count larger than the bytes left is not allocated for.
+template <class X>
+void ReadText(CCmdString& s, CCmdReader& reader, X& x) {
+    ReadPrefix(s, x);
+    std::uint16_t& length = Access::TextLength(s);
+    x.template Fixed<2>(&length);  // a transfer that moves nothing leaves the old length
+    if (length == 0) return;       // the old block stays beside a length of 0
+    if (!CountFits(reader, length, 1)) {
+        s.Initial();
+        Exhaust(reader);
+        return;
+    }
+    unsigned char* fresh = BlockAlloc(length);
+    if (fresh == nullptr) {
+        s.Initial();
+        return;
+    }
+    unsigned char*& data = Access::Data(s);
+    BlockRelease(data);
+    data = fresh;
+    x.Bytes(data, length);
+}
+template <class X>
+void WriteText(CCmdString& s, X& x) {
+    WritePrefix(s, x);
+    std::uint16_t& length = Access::TextLength(s);
+    x.template Fixed<2>(&length);
+    if (length != 0 && Access::Data(s) != nullptr) x.Bytes(Access::Data(s), length);
+}
+
+// CCmdBuffer's reading: prefix, count, bytes; the old block goes first.
+template <class X>
+void ReadBytes(CCmdBuffer& b, CCmdReader& reader, X& x) {
+    ReadPrefix(b, x);
+    unsigned char*& data = Access::Data(b);
+    std::uint32_t& size = Access::ByteCount(b);
+    BlockRelease(data);
+    data = nullptr;
+    x.template Fixed<4>(&size);  // a transfer that moves nothing leaves the old size
+    if (size == 0) return;
+    if (!CountFits(reader, size, 1)) {
+        size = 0;
+        Exhaust(reader);
+        return;
+    }
+    data = BlockAlloc(size);
+    if (data == nullptr) {  // the bytes stay unread, as the format has it
+        size = 0;
+        return;
+    }
+    // A size past 2^31 is a negative count to the raw transfer: nothing comes in then.
+    if (x.Bytes(data, static_cast<std::int32_t>(size)) == result::kBadArgument)
+        std::memset(data, 0, size);
+}
+template <class X>
+void WriteBytes(CCmdBuffer& b, X& x) {
+    WritePrefix(b, x);
+    std::uint32_t& size = Access::ByteCount(b);
+    x.template Fixed<4>(&size);
+    if (size != 0 && Access::Data(b) != nullptr)
+        x.Bytes(Access::Data(b), static_cast<std::int32_t>(size));
+}
+
+}  // namespace detail
 
 /// Reads each field from a reader, in list order, whatever failed before.
 class ReadProc {
 public:
     explicit ReadProc(CCmdReader& reader)
-        : r_(reader), direct_(typeid(reader) == typeid(CCmdReader)) {}
+        : r_(reader), direct_(detail::IsExactly<CCmdReader>(reader)) {}
     static constexpr bool Reading() { return true; }
 
     void Prefix(CCmdCore& self) {
@@ -42,8 +160,22 @@ public:
     void U32(const char*, std::int32_t& v) { Raw<4>(&v); }
     void U64(const char*, std::uint64_t& v) { Raw<8>(&v); }
     void Ident(const char*, std::uint32_t& v) { Raw<4>(&v); }
-    void String(const char*, CCmdString& s) { s.CCmdString::Read(r_); }
-    void Buffer(const char*, CCmdBuffer& b) { b.CCmdBuffer::Read(r_); }
+    void String(const char*, CCmdString& s) {
+        if (direct_) {
+            detail::DirectReader x{r_};
+            detail::ReadText(s, r_, x);
+        } else {
+            s.CCmdString::Read(r_);
+        }
+    }
+    void Buffer(const char*, CCmdBuffer& b) {
+        if (direct_) {
+            detail::DirectReader x{r_};
+            detail::ReadBytes(b, r_, x);
+        } else {
+            b.CCmdBuffer::Read(r_);
+        }
+    }
     template <class T>
     void Record(const char*, T& o) {
         o.T::Visit(*this);
@@ -78,7 +210,7 @@ private:
 class WriteProc {
 public:
     explicit WriteProc(CCmdWriter& writer)
-        : w_(writer), direct_(typeid(writer) == typeid(CCmdWriter)) {}
+        : w_(writer), direct_(detail::IsExactly<CCmdWriter>(writer)) {}
     static constexpr bool Reading() { return false; }
 
     void Prefix(CCmdCore& self) {
@@ -96,8 +228,22 @@ public:
     void U32(const char*, std::int32_t& v) { Raw<4>(&v); }
     void U64(const char*, std::uint64_t& v) { Raw<8>(&v); }
     void Ident(const char*, std::uint32_t& v) { Raw<4>(&v); }
-    void String(const char*, CCmdString& s) { s.CCmdString::Write(w_); }
-    void Buffer(const char*, CCmdBuffer& b) { b.CCmdBuffer::Write(w_); }
+    void String(const char*, CCmdString& s) {
+        if (direct_) {
+            detail::DirectWriter x{w_};
+            detail::WriteText(s, x);
+        } else {
+            s.CCmdString::Write(w_);
+        }
+    }
+    void Buffer(const char*, CCmdBuffer& b) {
+        if (direct_) {
+            detail::DirectWriter x{w_};
+            detail::WriteBytes(b, x);
+        } else {
+            b.CCmdBuffer::Write(w_);
+        }
+    }
     template <class T>
     void Record(const char*, T& o) {
         o.T::Visit(*this);

@@ -4,8 +4,15 @@
 
 #include <cstdint>
 #include <cstring>
+#include <typeinfo>
 
 #include "cmddata/core/core.h"
+
+#if defined(__GNUC__)
+#define CMDDATA_ALWAYS_INLINE inline __attribute__((always_inline))
+#else
+#define CMDDATA_ALWAYS_INLINE inline
+#endif
 
 namespace cmddata {
 namespace detail {
@@ -18,11 +25,85 @@ struct Access {
     static unsigned char*& Position(CCmdStreamBase& s) { return s.position_; }
     static unsigned char* Base(CCmdStreamBase& s) { return s.base_; }
     static std::uint32_t Size(CCmdStreamBase& s) { return s.size_; }
+    // Texts and buffers (friends too): their block pointer and their count.
+    template <class T>
+    static unsigned char*& Data(T& o) {
+        return o.data_;
+    }
+    template <class T>
+    static std::uint16_t& TextLength(T& text) {
+        return text.length_;
+    }
+    template <class T>
+    static std::uint32_t& ByteCount(T& buffer) {
+        return buffer.size_;
+    }
 };
 
 // Makes the compiler assume any memory may have changed: the compare after the copy must really
 // re-read both sides, since another process may be writing the region at the same time.
-inline void Reload() { __asm__ __volatile__("" ::: "memory"); }
+inline void Reload() {
+    __asm__ __volatile__("" ::: "memory");
+}
+
+// The same for exactly the two N-byte ranges just copied: both are read again by the compare, and
+// nothing else has to be reloaded, so small fields stay in registers around it.
+template <std::uint32_t N>
+CMDDATA_ALWAYS_INLINE void Reload(void* a, void* b) {
+    struct Span {
+        unsigned char bytes[N];
+    };
+    __asm__ __volatile__("" : "+m"(*static_cast<Span*>(a)), "+m"(*static_cast<Span*>(b)));
+}
+
+// Short runs (texts, small buffers) are copied and compared in 8-byte words, the last word
+// overlapping the one before; a library call would cost more than the bytes themselves.
+constexpr std::uint32_t kShortRun = 64;
+
+inline std::uint64_t Load8(const unsigned char* p) {
+    std::uint64_t v;
+    std::memcpy(&v, p, 8);
+    return v;
+}
+inline void CopyShort(unsigned char* to, const unsigned char* from, std::uint32_t n) {
+    if (n >= 8) {
+        std::uint32_t i = 0;
+        for (; i + 8 < n; i += 8) {
+            const std::uint64_t v = Load8(from + i);
+            std::memcpy(to + i, &v, 8);
+        }
+        const std::uint64_t last = Load8(from + n - 8);
+        std::memcpy(to + n - 8, &last, 8);
+    } else if (n >= 4) {
+        std::uint32_t a, b;
+        std::memcpy(&a, from, 4);
+        std::memcpy(&b, from + n - 4, 4);
+        std::memcpy(to, &a, 4);
+        std::memcpy(to + n - 4, &b, 4);
+    } else {
+        const unsigned char a = from[0], b = from[n / 2], c = from[n - 1];
+        to[0] = a;
+        to[n / 2] = b;
+        to[n - 1] = c;
+    }
+}
+inline bool EqualShort(const unsigned char* x, const unsigned char* y, std::uint32_t n) {
+    if (n >= 8) {
+        std::uint64_t diff = 0;
+        std::uint32_t i = 0;
+        for (; i + 8 < n; i += 8) diff |= Load8(x + i) ^ Load8(y + i);
+        return (diff | (Load8(x + n - 8) ^ Load8(y + n - 8))) == 0;
+    }
+    if (n >= 4) {
+        std::uint32_t a, b, c, d;
+        std::memcpy(&a, x, 4);
+        std::memcpy(&b, x + n - 4, 4);
+        std::memcpy(&c, y, 4);
+        std::memcpy(&d, y + n - 4, 4);
+        return ((a ^ c) | (b ^ d)) == 0;
+    }
+    return x[0] == y[0] && x[n / 2] == y[n / 2] && x[n - 1] == y[n - 1];
+}
 
 // Steps 2 to 6 of a transfer of count (>= 1) bytes; fromRegion says which way the bytes go.
 inline Result Transfer(CCmdStreamBase& s, void* object, std::uint32_t count, bool fromRegion) {
@@ -32,23 +113,74 @@ inline Result Transfer(CCmdStreamBase& s, void* object, std::uint32_t count, boo
     // 64-bit sum: a 32-bit one could wrap and let a huge count through.
     const std::uint64_t used = static_cast<std::uint64_t>(pos - Access::Base(s));
     if (used + count > Access::Size(s)) return last = result::kPastEnd;
-    if (fromRegion)
-        std::memcpy(object, pos, count);
-    else
-        std::memcpy(pos, object, count);
-    Reload();
-    const Result r = std::memcmp(object, pos, count) == 0 ? result::kOk : result::kVerifyFailed;
+    unsigned char* const obj = static_cast<unsigned char*>(object);
+    bool same;
+    if (count <= kShortRun) {
+        if (fromRegion)
+            CopyShort(obj, pos, count);
+        else
+            CopyShort(pos, obj, count);
+        Reload();
+        same = EqualShort(obj, pos, count);
+    } else {
+        if (fromRegion)
+            std::memcpy(obj, pos, count);
+        else
+            std::memcpy(pos, obj, count);
+        Reload();
+        same = std::memcmp(obj, pos, count) == 0;
+    }
     pos += count;
+    return last = same ? result::kOk : result::kVerifyFailed;
+}
+
+// Transfer for a width known when compiling: the copy and the compare become a few loads.
+template <std::uint32_t N>
+CMDDATA_ALWAYS_INLINE Result TransferFixed(CCmdStreamBase& s, void* object, bool fromRegion) {
+    unsigned char*& pos = Access::Position(s);
+    std::uint32_t& last = Access::LastError(s);
+    unsigned char* const at = pos;
+    if (at == nullptr) return last = result::kNotAttached;
+    const std::uint64_t used = static_cast<std::uint64_t>(at - Access::Base(s));
+    if (used + N > Access::Size(s)) return last = result::kPastEnd;
+    if (fromRegion)
+        std::memcpy(object, at, N);
+    else
+        std::memcpy(at, object, N);
+    Reload<N>(object, at);
+    const Result r = std::memcmp(object, at, N) == 0 ? result::kOk : result::kVerifyFailed;
+    pos = at + N;
     return last = r;
 }
 
 template <std::uint32_t N>
-inline Result ReadFixed(CCmdStreamBase& s, void* destination) {
-    return Transfer(s, destination, N, true);
+CMDDATA_ALWAYS_INLINE Result ReadFixed(CCmdStreamBase& s, void* destination) {
+    return TransferFixed<N>(s, destination, true);
 }
 template <std::uint32_t N>
-inline Result WriteFixed(CCmdStreamBase& s, const void* source) {
-    return Transfer(s, const_cast<void*>(source), N, false);
+CMDDATA_ALWAYS_INLINE Result WriteFixed(CCmdStreamBase& s, const void* source) {
+    return TransferFixed<N>(s, const_cast<void*>(source), false);
+}
+
+// The whole raw transfers, argument checks included: the bodies of CCmdReader::Read(void*, n)
+// and CCmdWriter::Write(const void*, n), inlined where the stream is known to be exactly one.
+inline Result ReadRaw(CCmdStreamBase& s, void* destination, std::int32_t count) {
+    if (destination == nullptr || count < 1) return Access::LastError(s) = result::kBadArgument;
+    return Transfer(s, destination, static_cast<std::uint32_t>(count), true);
+}
+inline Result WriteRaw(CCmdStreamBase& s, const void* source, std::int32_t count) {
+    // Deliberately not stored: a bad call leaves the writer's last error as it was.
+    if (source == nullptr || count < 1) return result::kBadArgument;
+    return Transfer(s, const_cast<void*>(source), static_cast<std::uint32_t>(count), false);
+}
+
+// True when the stream is exactly CCmdReader / CCmdWriter, not a class of the caller's own. The
+// type_info addresses decide at once in the usual case; the full comparison (a name compare
+// where type_info objects are not merged) runs only when they differ.
+template <class Stream>
+inline bool IsExactly(const Stream& s) {
+    const std::type_info& t = typeid(s);
+    return &t == &typeid(Stream) || t == typeid(Stream);
 }
 
 }  // namespace detail

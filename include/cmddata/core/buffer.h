@@ -45,6 +45,7 @@ public:
     static const char* TypeName() { return "CCmdBuffer"; }
 
 private:
+    friend struct cmddata::detail::Access;
     unsigned char* data_ = nullptr;
     std::uint32_t size_ = 0;
 };
@@ -83,6 +84,7 @@ public:
     static const char* TypeName() { return "CCmdString"; }
 
 private:
+    friend struct cmddata::detail::Access;
     unsigned char* data_ = nullptr;
     std::uint16_t length_ = 0;
 };

@@ -1,0 +1,231 @@
+// The compare after each copy must really read the region again: a compare that the compiler
+// folded away (it "knows" both sides are equal right after the copy) or that was switched off
+// would pass every test below.
+//
+// Two views of one mapping make it deterministic: a destination (or source) in the second view,
+// one byte off the region's bytes in the first, is the same memory seen at another address. The
+// copy then changes the very bytes it copies from, and only a compare that reads both sides again
+// can see it. Where threads are available, another thread also keeps changing the region's bytes
+// while objects pass through it, as a second process would; those tests repeat their transfers
+// until the failure shows, up to a bound far above what it takes, and stop by themselves.
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdint>
+#include <cstring>
+#include <vector>
+
+#include "helpers.h"
+
+// The win32 thread model of some MinGW runtimes has no std::thread: the threaded tests are left
+// out there, the two-view tests still run.
+#if !defined(__GLIBCXX__) || defined(_GLIBCXX_HAS_GTHREADS)
+#define CMDDATA_TEST_THREADS 1
+#include <thread>
+#endif
+
+namespace {
+
+using cmddata::result::kOk;
+using cmddata::result::kVerifyFailed;
+
+// A region in a fresh mapping, and a second view of the same mapping.
+struct TwoViews {
+    TwoViews() : region(cmddata::SharedRegion::Create(4096)) {
+        CCmdReader mapper;
+        mapper.Attach(region.handle(), region.size());  // maps a further view, never unmapped
+        other = const_cast<unsigned char*>(mapper.GetBase());
+    }
+    cmddata::SharedRegion region;
+    unsigned char* other = nullptr;
+};
+
+TEST(VerifyCompare, SecondViewReallyShowsTheSameBytes) {
+    TwoViews v;
+    ASSERT_TRUE(v.region.IsValid());
+    ASSERT_NE(nullptr, v.other);
+    ASSERT_NE(v.region.data(), v.other);
+    v.region.data()[100] = 0x5A;
+    EXPECT_EQ(0x5A, v.other[100]);
+}
+
+// From two bytes on: one byte copied one further on really does compare equal afterwards.
+TEST(VerifyCompare, ReadIntoBytesThatAliasTheRegionFailsTheCompare) {
+    for (std::int32_t count : {2, 3, 4, 8, 24, 64, 100, 1000}) {
+        SCOPED_TRACE(count);
+        TwoViews v;
+        ASSERT_NE(nullptr, v.other);
+        unsigned char* view = v.region.data();
+        for (int i = 0; i < 2048; ++i) view[i] = static_cast<unsigned char>(i * 37 + 1);
+        CCmdReader r;
+        r.AttachView(view, 2048);
+        // The destination is the region's own bytes one further on: copying changes the source.
+        EXPECT_EQ(kVerifyFailed, r.Read(v.other + 1, count));
+        EXPECT_EQ(kVerifyFailed, r.GetLastError());
+        EXPECT_EQ(static_cast<std::uint32_t>(count), r.GetPosition());
+        // The same transfer into bytes apart from the region's compares equal.
+        EXPECT_EQ(kOk, r.Read(v.other + 3000, count));
+        EXPECT_EQ(kOk, r.GetLastError());
+    }
+}
+
+TEST(VerifyCompare, WriteFromBytesThatAliasTheRegionFailsTheCompare) {
+    for (std::int32_t count : {2, 3, 4, 8, 24, 64, 100, 1000}) {
+        SCOPED_TRACE(count);
+        TwoViews v;
+        ASSERT_NE(nullptr, v.other);
+        unsigned char* view = v.region.data();
+        for (int i = 0; i < 2048; ++i) view[i] = static_cast<unsigned char>(i * 37 + 1);
+        CCmdWriter w;
+        w.AttachView(view, 2048);
+        // The source is the region's bytes one further on: writing changes the source.
+        EXPECT_EQ(kVerifyFailed, w.Write(v.other + 1, count));
+        EXPECT_EQ(kVerifyFailed, w.GetLastError());
+        EXPECT_EQ(static_cast<std::uint32_t>(count), w.GetPosition());
+        EXPECT_EQ(kOk, w.Write(v.other + 3000, count));
+        EXPECT_EQ(kOk, w.GetLastError());
+    }
+}
+
+#ifdef CMDDATA_TEST_THREADS
+
+// Flips bytes [from, from + n) of the region until told to stop. Each byte is written through an
+// atomic reference, so the flipping thread's own stores are well defined.
+class Flipper {
+  public:
+    Flipper(unsigned char* base, std::size_t from, std::size_t n)
+        : thread_([this, base, from, n] {
+              started_.store(true);
+              unsigned char x = 0x5A;
+              while (!stop_.load(std::memory_order_relaxed)) {
+                  for (std::size_t i = 0; i < n; ++i)
+                      reinterpret_cast<std::atomic<unsigned char>*>(base + from + i)
+                          ->fetch_xor(x, std::memory_order_relaxed);
+                  x = static_cast<unsigned char>(x + 1) | 1;
+              }
+          }) {
+        while (!started_.load()) std::this_thread::yield();
+    }
+    ~Flipper() {
+        stop_.store(true);
+        thread_.join();
+    }
+
+  private:
+    std::atomic<bool> stop_{false};
+    std::atomic<bool> started_{false};
+    std::thread thread_;
+};
+
+// Runs transfer() until it returns the verification failure or the bound is reached; every other
+// result must be success. Returns whether the failure was seen.
+template <class F>
+bool SeesVerifyFailure(F transfer, std::uint32_t bound) {
+    for (std::uint32_t i = 0; i < bound; ++i) {
+        const std::uint32_t r = transfer();
+        if (r == kVerifyFailed) return true;
+        EXPECT_EQ(kOk, r);
+        if (r != kOk) return false;
+    }
+    return false;
+}
+
+constexpr std::uint32_t kBulk = 64 * 1024;  // a long copy: a wide window for the other thread
+
+TEST(VerifyCompare, ReaderOfABufferSeesTheRegionChangeUnderIt) {
+    testing_cmddata::Region region(kBulk + 64);
+    CCmdBuffer source;
+    ASSERT_EQ(kOk, source.SetSize(kBulk));
+    CCmdWriter w = region.Writer();
+    w.Write(&source);
+    ASSERT_EQ(kOk, w.GetLastError());
+
+    Flipper flipper(region.data(), 8, kBulk);  // the bytes behind prefix and count
+    CCmdBuffer target;
+    EXPECT_TRUE(SeesVerifyFailure(
+        [&] {
+            CCmdReader r = region.Reader();
+            r.Read(&target);
+            return r.GetLastError();
+        },
+        200000));
+}
+
+TEST(VerifyCompare, WriterOfABufferSeesTheRegionChangeUnderIt) {
+    testing_cmddata::Region region(kBulk + 64);
+    CCmdBuffer source;
+    ASSERT_EQ(kOk, source.SetSize(kBulk));
+
+    Flipper flipper(region.data(), 8, kBulk);
+    EXPECT_TRUE(SeesVerifyFailure(
+        [&] {
+            CCmdWriter w = region.Writer();
+            w.Write(&source);
+            return w.GetLastError();
+        },
+        200000));
+}
+
+// The short raw transfer (copied and compared in words) and the inlined fixed-width field
+// transfer of a record must both re-read the region too.
+TEST(VerifyCompare, ShortRawTransferSeesTheRegionChangeUnderIt) {
+    testing_cmddata::Region region(64);
+    Flipper flipper(region.data(), 0, 24);
+    unsigned char bytes[24];
+    EXPECT_TRUE(SeesVerifyFailure(
+        [&] {
+            CCmdReader r = region.Reader();
+            return r.Read(bytes, 24);
+        },
+        100000000));
+}
+
+TEST(VerifyCompare, FixedWidthFieldsSeeTheRegionChangeUnderThem) {
+    testing_cmddata::Region region(64);
+    Flipper flipper(region.data(), 0, 4);
+    CCmdDwordId id;
+    EXPECT_TRUE(SeesVerifyFailure(
+        [&] {
+            CCmdReader r = region.Reader();
+            r.Read(&id);
+            return r.GetLastError();
+        },
+        100000000));
+    CCmdDwordId out;
+    out = 0x01020304;
+    EXPECT_TRUE(SeesVerifyFailure(
+        [&] {
+            CCmdWriter w = region.Writer();
+            w.Write(&out);
+            return w.GetLastError();
+        },
+        100000000));
+}
+
+// A failed compare is a result like any other: the position still moves by the count, and a
+// later transfer that compares equal sets the last error back to 0.
+TEST(VerifyCompare, AFailedCompareStillAdvancesAndIsOverwrittenBySuccess) {
+    testing_cmddata::Region region(kBulk + 64);
+    CCmdBuffer source;
+    ASSERT_EQ(kOk, source.SetSize(kBulk));
+    CCmdWriter w;
+    {
+        Flipper flipper(region.data(), 0, kBulk);
+        bool seen = false;
+        for (std::uint32_t i = 0; i < 200000 && !seen; ++i) {
+            w = region.Writer();
+            seen = w.Write(source.GetAddr(), static_cast<std::int32_t>(kBulk)) == kVerifyFailed;
+        }
+        ASSERT_TRUE(seen);
+    }
+    EXPECT_EQ(kVerifyFailed, w.GetLastError());
+    EXPECT_EQ(kBulk, w.GetPosition());
+    const std::uint32_t word = 0x11223344;
+    EXPECT_EQ(kOk, w.Write(&word, 4));
+    EXPECT_EQ(kOk, w.GetLastError());
+    EXPECT_EQ(kBulk + 4, w.GetPosition());
+}
+
+#endif  // CMDDATA_TEST_THREADS
+
+}  // namespace
