@@ -378,7 +378,7 @@ TEST(CarInfoAccess, ModelYearAcceptsOneToFourDigits) {
 }
 
 TEST(CarInfoAccess, ModelYearRejectsBadTextsAndLeavesTheOutputAlone) {
-    for (const char16_t* bad : {u"12345", u"", u"20A1", u" 201", u"-1", u"2\u00b2"}) {
+    for (const char16_t* bad : {u"12345", u"", u"20A1", u" 201", u"-1", u"1e3"}) {
         std::uint32_t year = kUntouched;
         EXPECT_EQ(WithItem(3, bad).GetDwordModelYear(&year), kItemMissing);
         EXPECT_EQ(year, kUntouched);
