@@ -1,0 +1,486 @@
+// Write and read benchmarks of the library against the copy limit and two peer serializers, all
+// over the same data, ending in a table of ratios. See bench/README.md.
+#include <benchmark/benchmark.h>
+#include <google/protobuf/arena.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <streambuf>
+#include <string>
+#include <vector>
+
+#include "cmddata/cmddata.h"
+#include "peers.pb.h"
+#include "plain.h"
+#include "shapes.h"
+
+namespace {
+
+using Bytes = std::vector<unsigned char>;
+
+// ---- what each shape is --------------------------------------------------------------------
+
+struct Meta {
+    std::uint32_t fields = 0;  // raw transfers our writer makes (= memcpy calls of the limit)
+    std::uint32_t items = 0;   // list items, for the scaling shape
+    std::map<std::string, std::size_t> wire;  // bytes on the wire per implementation
+};
+std::map<std::string, Meta> g_meta;
+std::vector<std::string> g_shapes;  // in registration order
+std::deque<Bytes> g_regions;        // keeps every benchmark's region alive
+
+Bytes& NewRegion(std::size_t size) {
+    g_regions.emplace_back(size + 64, 0);
+    return g_regions.back();
+}
+
+// Counts the raw transfers: a stream class of its own takes the virtual path for every field.
+class CountingWriter : public CCmdWriter {
+  public:
+    using CCmdWriter::Write;
+    cmddata::Result Write(const void* source, std::int32_t count) override {
+        ++calls;
+        return CCmdWriter::Write(source, count);
+    }
+    std::uint32_t calls = 0;
+};
+
+// A stream buffer over a fixed byte range, so that cereal's cost is its own, not a stringstream's.
+class SpanBuf : public std::streambuf {
+  public:
+    SpanBuf(unsigned char* p, std::size_t n) : p_(reinterpret_cast<char*>(p)), n_(n) { Reset(n); }
+    void Reset(std::size_t readable) {
+        setp(p_, p_ + n_);
+        setg(p_, p_, p_ + readable);
+    }
+    std::size_t Written() const { return static_cast<std::size_t>(pptr() - pbase()); }
+
+  protected:
+    std::streamsize xsputn(const char* s, std::streamsize n) override {
+        if (epptr() - pptr() < n) return 0;
+        std::memcpy(pptr(), s, static_cast<std::size_t>(n));
+        pbump(static_cast<int>(n));
+        return n;
+    }
+    std::streamsize xsgetn(char* s, std::streamsize n) override {
+        if (egptr() - gptr() < n) return 0;
+        std::memcpy(s, gptr(), static_cast<std::size_t>(n));
+        gbump(static_cast<int>(n));
+        return n;
+    }
+
+  private:
+    char* p_;
+    std::size_t n_;
+};
+
+template <class Plain>
+std::size_t PlainSize(Plain& p) {
+    static Bytes scratch(64u << 20);
+    plain::Out<false> out{scratch.data(), scratch.data() + scratch.size()};
+    plain::Code(out, p);
+    if (!out.ok) {
+        std::fprintf(stderr, "bench: scratch region too small\n");
+        std::exit(2);
+    }
+    return static_cast<std::size_t>(out.pos - scratch.data());
+}
+
+void Fail(const std::string& what) {
+    std::fprintf(stderr, "bench: %s\n", what.c_str());
+    std::exit(1);
+}
+
+benchmark::internal::Benchmark* Add(const std::string& name,
+                                    std::function<void(benchmark::State&)> f) {
+    return benchmark::RegisterBenchmark(name.c_str(), [f](benchmark::State& s) { f(s); })
+        ->Unit(benchmark::kNanosecond);
+}
+
+// Registers every benchmark of one shape. make() returns a fresh, empty library object; fill()
+// fills one with the plain mirror's values.
+template <class Ours, class Plain, class Proto, class Make, class Fill>
+void AddShape(const std::string& shape, std::shared_ptr<Plain> mirror, Make make, Fill fill,
+              std::uint32_t items = 0) {
+    g_shapes.push_back(shape);
+    Meta& meta = g_meta[shape];
+    meta.items = items;
+
+    // The library's bytes, checked against the hand-written codec's, byte for byte.
+    std::shared_ptr<Ours> ours(new Ours(make()));
+    fill(*ours);
+    const std::size_t size = PlainSize(*mirror);
+    Bytes& oursRegion = NewRegion(size);
+    {
+        CountingWriter w;
+        w.AttachView(oursRegion.data(), static_cast<std::uint32_t>(oursRegion.size()));
+        w.Write(ours.get());
+        if (w.GetLastError() != 0 || w.GetPosition() != size) Fail(shape + ": write failed");
+        meta.fields = w.calls;
+        Bytes limitBytes(size + 64);
+        plain::Out<false> out{limitBytes.data(), limitBytes.data() + limitBytes.size()};
+        plain::Code(out, *mirror);
+        if (!std::equal(limitBytes.begin(), limitBytes.begin() + static_cast<long>(size),
+                        oursRegion.begin()))
+            Fail(shape + ": the library and the hand-written codec disagree");
+        Ours back(make());
+        CCmdReader r;
+        r.AttachView(oursRegion.data(), static_cast<std::uint32_t>(size));
+        r.Read(&back);
+        if (r.GetLastError() != 0 || r.GetPosition() != size) Fail(shape + ": read failed");
+    }
+    meta.wire["cmddata"] = meta.wire["limit"] = meta.wire["limit+cmp"] = size;
+    const std::uint32_t ourSize = static_cast<std::uint32_t>(size);
+    unsigned char* const region = oursRegion.data();
+    const std::uint32_t capacity = static_cast<std::uint32_t>(oursRegion.size());
+
+    // cereal's bytes.
+    Bytes& cerealRegion = NewRegion(size * 2 + 4096);
+    std::size_t cerealSize = 0;
+    {
+        SpanBuf sb(cerealRegion.data(), cerealRegion.size());
+        std::ostream os(&sb);
+        cereal::BinaryOutputArchive ar(os);
+        ar(*mirror);
+        cerealSize = sb.Written();
+    }
+    meta.wire["cereal"] = cerealSize;
+
+    // protobuf's bytes.
+    auto proto = std::make_shared<Proto>();
+    shapes::ToProto(*mirror, proto.get());
+    const std::size_t protoSize = proto->ByteSizeLong();
+    Bytes& protoRegion = NewRegion(protoSize);
+    if (!proto->SerializeToArray(protoRegion.data(), static_cast<int>(protoRegion.size())))
+        Fail(shape + ": protobuf write failed");
+    meta.wire["protobuf"] = meta.wire["pb-arena"] = protoSize;
+
+    const std::string w = shape + "/write/", f = shape + "/read-fresh/",
+                      u = shape + "/read-reused/";
+
+    // ---- write ----
+    Add(w + "cmddata", [=](benchmark::State& s) {
+        CCmdWriter wr;
+        for (auto _ : s) {
+            wr.AttachView(region, capacity);
+            wr.Write(ours.get());
+        }
+        if (wr.GetLastError() != 0) s.SkipWithError("write failed");
+    });
+    auto limitWrite = [=](auto compare) {
+        return [=](benchmark::State& s) {
+            for (auto _ : s) {
+                plain::Out<decltype(compare)::value> o{region, region + capacity};
+                plain::Code(o, *mirror);
+                benchmark::DoNotOptimize(o.ok);
+            }
+        };
+    };
+    Add(w + "limit", limitWrite(std::false_type()));
+    Add(w + "limit+cmp", limitWrite(std::true_type()));
+    unsigned char* const cr = cerealRegion.data();
+    const std::size_t crCap = cerealRegion.size();
+    Add(w + "cereal", [=](benchmark::State& s) {
+        Bytes scratch(crCap);
+        SpanBuf sb(scratch.data(), crCap);
+        std::ostream os(&sb);
+        for (auto _ : s) {
+            sb.Reset(0);
+            cereal::BinaryOutputArchive ar(os);
+            ar(*mirror);
+            benchmark::ClobberMemory();
+        }
+    });
+    Add(w + "protobuf", [=](benchmark::State& s) {
+        Bytes scratch(protoSize + 64);
+        for (auto _ : s) {
+            bool ok = proto->SerializeToArray(scratch.data(), static_cast<int>(scratch.size()));
+            benchmark::DoNotOptimize(ok);
+        }
+    });
+
+    // ---- read into a fresh object ----
+    Add(f + "cmddata", [=](benchmark::State& s) {
+        std::uint32_t errors = 0;
+        for (auto _ : s) {
+            CCmdReader rd;
+            rd.AttachView(region, ourSize);
+            Ours obj(make());
+            rd.Read(&obj);
+            errors |= rd.GetLastError();
+            benchmark::DoNotOptimize(&obj);
+        }
+        if (errors != 0) s.SkipWithError("read failed");
+    });
+    auto limitFresh = [=](auto compare) {
+        return [=](benchmark::State& s) {
+            for (auto _ : s) {
+                Plain p;
+                plain::In<decltype(compare)::value> in{region, region + ourSize};
+                plain::Code(in, p);
+                benchmark::DoNotOptimize(&p);
+            }
+        };
+    };
+    Add(f + "limit", limitFresh(std::false_type()));
+    Add(f + "limit+cmp", limitFresh(std::true_type()));
+    Add(f + "cereal", [=](benchmark::State& s) {
+        SpanBuf sb(cr, crCap);
+        std::istream is(&sb);
+        for (auto _ : s) {
+            sb.Reset(cerealSize);
+            cereal::BinaryInputArchive ar(is);
+            Plain p;
+            ar(p);
+            benchmark::DoNotOptimize(&p);
+        }
+    });
+    const unsigned char* const pr = protoRegion.data();
+    Add(f + "protobuf", [=](benchmark::State& s) {
+        for (auto _ : s) {
+            Proto m;
+            bool ok = m.ParseFromArray(pr, static_cast<int>(protoSize));
+            benchmark::DoNotOptimize(ok);
+        }
+    });
+    Add(f + "pb-arena", [=](benchmark::State& s) {
+        // One arena per message, its first block handed in: the arena's best case.
+        std::vector<char> block(protoSize * 8 + 4096);
+        google::protobuf::ArenaOptions options;
+        options.initial_block = block.data();
+        options.initial_block_size = block.size();
+        for (auto _ : s) {
+            google::protobuf::Arena arena(options);
+            Proto* m = google::protobuf::Arena::CreateMessage<Proto>(&arena);
+            bool ok = m->ParseFromArray(pr, static_cast<int>(protoSize));
+            benchmark::DoNotOptimize(ok);
+        }
+    });
+
+    // ---- read into a reused object ----
+    Add(u + "cmddata", [=](benchmark::State& s) {
+        Ours obj(make());
+        std::uint32_t errors = 0;
+        for (auto _ : s) {
+            CCmdReader rd;
+            rd.AttachView(region, ourSize);
+            rd.Read(&obj);
+            errors |= rd.GetLastError();
+            benchmark::DoNotOptimize(&obj);
+        }
+        if (errors != 0) s.SkipWithError("read failed");
+    });
+    auto limitReused = [=](auto compare) {
+        return [=](benchmark::State& s) {
+            Plain p;
+            for (auto _ : s) {
+                plain::In<decltype(compare)::value> in{region, region + ourSize};
+                plain::Code(in, p);
+                benchmark::DoNotOptimize(&p);
+            }
+        };
+    };
+    Add(u + "limit", limitReused(std::false_type()));
+    Add(u + "limit+cmp", limitReused(std::true_type()));
+    Add(u + "cereal", [=](benchmark::State& s) {
+        SpanBuf sb(cr, crCap);
+        std::istream is(&sb);
+        Plain p;
+        for (auto _ : s) {
+            sb.Reset(cerealSize);
+            cereal::BinaryInputArchive ar(is);
+            ar(p);
+            benchmark::DoNotOptimize(&p);
+        }
+    });
+    Add(u + "protobuf", [=](benchmark::State& s) {
+        Proto m;
+        for (auto _ : s) {
+            bool ok = m.ParseFromArray(pr, static_cast<int>(protoSize));
+            benchmark::DoNotOptimize(ok);
+        }
+    });
+}
+
+// ---- the shapes --------------------------------------------------------------------------------
+
+void RegisterAll() {
+    using shapes::SetHeader;
+    using shapes::SetText;
+
+    // S1 and S2 come first: they are the shapes the goals are about.
+#ifdef CMDDATA_BENCH_S1
+    {
+        auto m = std::make_shared<plain::DatMonList>(shapes::MakeDatMonList());
+        AddShape<CGetDatMonListRcv, plain::DatMonList, cmddata_bench::DatMonList>(
+            "S1-datmon", m, [] { return CGetDatMonListRcv(); },
+            [m](CGetDatMonListRcv& o) { shapes::ToOurs(*m, o); });
+    }
+#endif
+#ifdef CMDDATA_BENCH_S2
+    {
+        auto m = std::make_shared<plain::FrzFrmList>(shapes::MakeFrzFrmList());
+        AddShape<CGetFrzFrmDatRcv, plain::FrzFrmList, cmddata_bench::FrzFrmList>(
+            "S2-frzfrm", m, [] { return CGetFrzFrmDatRcv(); },
+            [m](CGetFrzFrmDatRcv& o) { shapes::ToOurs(*m, o); });
+    }
+#endif
+    {
+        auto h = std::make_shared<plain::Header>(shapes::MakeHeader(cmddata::cmd::GetVIN));
+        AddShape<CCmdHeaderOnly, plain::Header, cmddata_bench::HeaderOnly>(
+            "S3-header", h, [] { return CCmdHeaderOnly(cmddata::cmd::GetVIN); },
+            [h](CCmdHeaderOnly& o) { SetHeader(o, *h); });
+    }
+#ifdef CMDDATA_BENCH_CARINFO
+    {
+        auto c = std::make_shared<plain::CarInfo>(shapes::MakeCarInfo());
+        AddShape<CCmdCarInfo, plain::CarInfo, cmddata_bench::CarInfo>(
+            "S3-carinfo", c, [] { return CCmdCarInfo(); },
+            [c](CCmdCarInfo& o) { shapes::ToOurs(*c, o); });
+    }
+#endif
+    {
+        auto b = std::make_shared<plain::Blob>(shapes::MakeBulk());
+        AddShape<CCmdBuffer, plain::Blob, cmddata_bench::Bulk>(
+            "S4-bulk", b, [] { return CCmdBuffer(); },
+            [b](CCmdBuffer& o) {
+                o.SetAt(b->bytes.data(), static_cast<std::uint32_t>(b->bytes.size()));
+            });
+    }
+    for (std::uint32_t n : {1000u, 10000u, 100000u, 1000000u}) {
+        const std::string suffix = "/n=" + std::to_string(n);
+        auto w = std::make_shared<plain::List<std::uint16_t>>(shapes::MakeWords(n));
+        AddShape<CCmdList<CCmdWordId>, plain::List<std::uint16_t>, cmddata_bench::WordList>(
+            "S5-words" + suffix, w, [] { return CCmdList<CCmdWordId>(); },
+            [w](CCmdList<CCmdWordId>& o) { shapes::ToOurs(*w, o); }, n);
+    }
+    for (std::uint32_t n : {1000u, 10000u, 100000u, 1000000u}) {
+        const std::string suffix = "/n=" + std::to_string(n);
+        auto t = std::make_shared<plain::List<plain::Text>>(shapes::MakeTexts(n));
+        AddShape<CCmdList<CCmdString>, plain::List<plain::Text>, cmddata_bench::TextList>(
+            "S5-texts" + suffix, t, [] { return CCmdList<CCmdString>(); },
+            [t](CCmdList<CCmdString>& o) { shapes::ToOurs(*t, o); }, n);
+    }
+}
+
+// ---- the table ---------------------------------------------------------------------------------
+
+// Keeps the fastest repetition of each benchmark, in CPU time: on a shared machine the time a
+// benchmark waits for a core is not its own, and the minimum is the least disturbed measurement.
+class Collector : public benchmark::ConsoleReporter {
+  public:
+    void ReportRuns(const std::vector<Run>& runs) override {
+        for (const Run& run : runs) {
+            if (run.run_type != Run::RT_Iteration || run.error_occurred) continue;
+            const double ns = run.GetAdjustedCPUTime();
+            auto it = best.find(run.benchmark_name());
+            if (it == best.end() || ns < it->second) best[run.benchmark_name()] = ns;
+        }
+        ConsoleReporter::ReportRuns(runs);
+    }
+    double Get(const std::string& name) const {
+        auto it = best.find(name);
+        return it == best.end() ? 0.0 : it->second;
+    }
+    std::map<std::string, double> best;
+};
+
+const char* const kImpls[] = {"cmddata", "limit", "limit+cmp", "cereal", "protobuf", "pb-arena"};
+const char* const kOps[] = {"write", "read-fresh", "read-reused"};
+
+std::string Ratio(double a, double b) {
+    if (a <= 0 || b <= 0) return "-";
+    char s[32];
+    std::snprintf(s, sizeof s, "%.2f", a / b);
+    return s;
+}
+
+void PrintTables(const Collector& c) {
+    std::printf("\n== Per implementation: CPU ns per message, ns per field, bytes on the wire ==\n");
+    std::printf("%-20s %-12s %-10s %14s %10s %10s\n", "shape", "op", "impl", "ns/msg", "ns/field",
+                "wire B");
+    for (const std::string& shape : g_shapes) {
+        const Meta& m = g_meta[shape];
+        if (m.items != 0) continue;  // the scaling shape has its own table
+        for (const char* op : kOps)
+            for (const char* impl : kImpls) {
+                const double ns = c.Get(shape + "/" + op + "/" + impl);
+                if (ns <= 0) continue;
+                std::printf("%-20s %-12s %-10s %14.1f %10.2f %10zu\n", shape.c_str(), op, impl, ns,
+                            ns / m.fields, m.wire.at(impl));
+            }
+    }
+
+    std::printf("\n== Ratios: our time / theirs (below 1 = we are faster) ==\n");
+    std::printf("%-20s %-12s %8s %8s %10s %10s %10s %9s\n", "shape", "op", "fields", "/limit",
+                "/limit+cmp", "/cereal", "/protobuf", "/pb-arena");
+    for (const std::string& shape : g_shapes) {
+        const Meta& m = g_meta[shape];
+        for (const char* op : kOps) {
+            const std::string base = shape + "/" + op + "/";
+            const double ours = c.Get(base + "cmddata");
+            if (ours <= 0) continue;
+            std::printf("%-20s %-12s %8u %8s %10s %10s %10s %9s\n", shape.c_str(), op, m.fields,
+                        Ratio(ours, c.Get(base + "limit")).c_str(),
+                        Ratio(ours, c.Get(base + "limit+cmp")).c_str(),
+                        Ratio(ours, c.Get(base + "cereal")).c_str(),
+                        Ratio(ours, c.Get(base + "protobuf")).c_str(),
+                        Ratio(ours, c.Get(base + "pb-arena")).c_str());
+        }
+    }
+
+    std::printf("\n== Scaling: ns per item (cmddata | limit) ==\n");
+    for (const char* list : {"S5-words", "S5-texts"})
+        for (const char* op : kOps) {
+            std::printf("%-9s %-12s", list, op);
+            double first = 0, last = 0, lo = 0, hi = 0;
+            for (const std::string& shape : g_shapes) {
+                if (shape.compare(0, std::strlen(list), list) != 0) continue;
+                const Meta& m = g_meta[shape];
+                const double ours = c.Get(shape + "/" + op + "/cmddata") / m.items;
+                const double limit = c.Get(shape + "/" + op + "/limit") / m.items;
+                if (ours <= 0) continue;
+                std::printf("  %s: %.2f | %.2f", shape.substr(shape.find('=') + 1).c_str(), ours,
+                            limit);
+                if (first == 0) first = ours;
+                last = ours;
+                lo = lo == 0 ? ours : std::min(lo, ours);
+                hi = std::max(hi, ours);
+            }
+            std::printf("  max/min %s, last/first %s\n", Ratio(hi, lo).c_str(),
+                        Ratio(last, first).c_str());
+        }
+
+    const double bulk = c.Get("S4-bulk/write/limit+cmp");
+    if (bulk > 0) {
+        const double mib =
+            1.0 / (1u << 20) * static_cast<double>(g_meta["S4-bulk"].wire["cmddata"]);
+        std::printf("\n== Bulk bandwidth, MiB/s (1 MiB = memcpy + memcmp of the limit+cmp) ==\n");
+        for (const char* op : kOps)
+            std::printf("%-12s cmddata %8.0f   limit+cmp %8.0f   ratio %s\n", op,
+                        mib / c.Get(std::string("S4-bulk/") + op + "/cmddata") * 1e9,
+                        mib / c.Get(std::string("S4-bulk/") + op + "/limit+cmp") * 1e9,
+                        Ratio(c.Get(std::string("S4-bulk/") + op + "/limit+cmp"),
+                              c.Get(std::string("S4-bulk/") + op + "/cmddata"))
+                            .c_str());
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+    RegisterAll();
+    Collector collector;
+    benchmark::RunSpecifiedBenchmarks(&collector);
+    PrintTables(collector);
+    benchmark::Shutdown();
+    google::protobuf::ShutdownProtobufLibrary();
+    return 0;
+}
