@@ -396,6 +396,10 @@ def main():
     if len(args) != 1:
         sys.exit(__doc__)
     TOOL = os.path.abspath(args[0])
+    if WRAPPER and os.path.basename(WRAPPER[0]).startswith("wine") and shutil.which("wineserver"):
+        # Keep one emulator server alive between the many short runs (it ends by itself 10 s
+        # after the last one) instead of starting it anew for each.
+        subprocess.run(["wineserver", "-p10"], stdin=subprocess.DEVNULL, check=False)
     WORK = tempfile.mkdtemp(prefix="cmddata-tool-test-")
     try:
         result = unittest.main(argv=[sys.argv[0], "-v"], exit=False).result
