@@ -41,7 +41,7 @@ Bytes& NewRegion(std::size_t size) {
 
 // Counts the raw transfers: a stream class of its own takes the virtual path for every field.
 class CountingWriter : public CCmdWriter {
-  public:
+public:
     using CCmdWriter::Write;
     cmddata::Result Write(const void* source, std::int32_t count) override {
         ++calls;
@@ -52,7 +52,7 @@ class CountingWriter : public CCmdWriter {
 
 // A stream buffer over a fixed byte range, so that cereal's cost is its own, not a stringstream's.
 class SpanBuf : public std::streambuf {
-  public:
+public:
     SpanBuf(unsigned char* p, std::size_t n) : p_(reinterpret_cast<char*>(p)), n_(n) { Reset(n); }
     void Reset(std::size_t readable) {
         setp(p_, p_ + n_);
@@ -60,7 +60,7 @@ class SpanBuf : public std::streambuf {
     }
     std::size_t Written() const { return static_cast<std::size_t>(pptr() - pbase()); }
 
-  protected:
+protected:
     std::streamsize xsputn(const char* s, std::streamsize n) override {
         if (epptr() - pptr() < n) return 0;
         std::memcpy(pptr(), s, static_cast<std::size_t>(n));
@@ -74,7 +74,7 @@ class SpanBuf : public std::streambuf {
         return n;
     }
 
-  private:
+private:
     char* p_;
     std::size_t n_;
 };
@@ -373,7 +373,7 @@ void RegisterAll() {
 // Keeps the fastest repetition of each benchmark, in CPU time: on a shared machine the time a
 // benchmark waits for a core is not its own, and the minimum is the least disturbed measurement.
 class Collector : public benchmark::ConsoleReporter {
-  public:
+public:
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const Run& run : runs) {
             if (run.run_type != Run::RT_Iteration || run.error_occurred) continue;
@@ -401,7 +401,8 @@ std::string Ratio(double a, double b) {
 }
 
 void PrintTables(const Collector& c) {
-    std::printf("\n== Per implementation: CPU ns per message, ns per field, bytes on the wire ==\n");
+    std::printf(
+        "\n== Per implementation: CPU ns per message, ns per field, bytes on the wire ==\n");
     std::printf("%-20s %-12s %-10s %14s %10s %10s\n", "shape", "op", "impl", "ns/msg", "ns/field",
                 "wire B");
     for (const std::string& shape : g_shapes) {

@@ -103,9 +103,7 @@ struct FrzFrmList {
 // One bound check and one memcpy per field, nothing else: the copy limit. With Compare the
 // region is re-read by one memcmp per field, behind the same compiler barrier the library uses.
 
-inline void Barrier() {
-    __asm__ __volatile__("" ::: "memory");
-}
+inline void Barrier() { __asm__ __volatile__("" ::: "memory"); }
 
 template <bool Compare>
 struct Out {

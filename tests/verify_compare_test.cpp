@@ -92,7 +92,7 @@ TEST(VerifyCompare, WriteFromBytesThatAliasTheRegionFailsTheCompare) {
 // Flips bytes [from, from + n) of the region until told to stop. Each byte is written through an
 // atomic reference, so the flipping thread's own stores are well defined.
 class Flipper {
-  public:
+public:
     Flipper(unsigned char* base, std::size_t from, std::size_t n)
         : thread_([this, base, from, n] {
               started_.store(true);
@@ -111,7 +111,7 @@ class Flipper {
         thread_.join();
     }
 
-  private:
+private:
     std::atomic<bool> stop_{false};
     std::atomic<bool> started_{false};
     std::thread thread_;
