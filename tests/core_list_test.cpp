@@ -1,0 +1,220 @@
+// The typed list: wire form, index rules, removal, reading, assignment and shared copies.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "helpers.h"
+
+using testing_cmddata::Region;
+using testing_cmddata::WireHex;
+namespace result = cmddata::result;
+
+namespace {
+
+std::string Wire(std::string spaced) {  // hex with spaces between fields
+    spaced.erase(std::remove(spaced.begin(), spaced.end(), ' '), spaced.end());
+    return spaced;
+}
+
+// A prefix-only item that counts how many of its kind are alive.
+class Tracked : public CCmdCore {
+public:
+    Tracked() { ++alive; }
+    Tracked(const Tracked& other) : CCmdCore(other) { ++alive; }
+    Tracked& operator=(const Tracked&) = default;
+    ~Tracked() override { --alive; }
+    static const char* TypeName() { return "Tracked"; }
+    static int alive;
+};
+int Tracked::alive = 0;
+
+CCmdList<CCmdWordId> Words(std::initializer_list<std::uint16_t> values) {
+    CCmdList<CCmdWordId> list;
+    for (std::uint16_t v : values) list.GetAt(list.AddTail()) = v;
+    return list;
+}
+
+std::vector<std::uint16_t> Values(const CCmdList<CCmdWordId>& list) {
+    std::vector<std::uint16_t> out;
+    list.ForEach([&](CCmdWordId& w) { out.push_back(w); });
+    return out;
+}
+
+CCmdList<CCmdString> Texts(std::initializer_list<const char*> texts) {
+    CCmdList<CCmdString> list;
+    for (const char* t : texts) list.GetAt(list.AddTail()) = t;
+    return list;
+}
+
+template <class T>
+void ReadFrom(T& object, const std::vector<unsigned char>& bytes) {
+    Region region(static_cast<std::uint32_t>(bytes.size()));
+    std::copy(bytes.begin(), bytes.end(), region.data());
+    CCmdReader reader = region.Reader();
+    object.Read(reader);
+    EXPECT_EQ(reader.GetLastError(), result::kOk);
+}
+
+}  // namespace
+
+TEST(CoreList, WireFormIsPrefixCountThenItems) {
+    CCmdList<CCmdString> empty;
+    EXPECT_EQ(WireHex(empty), Wire("01000000 00000000"));
+    CCmdList<CCmdWordId> words = Words({0x0001, 0x0203});
+    EXPECT_EQ(WireHex(words), Wire("01000000 02000000 0100 0302"));
+    CCmdList<CCmdList<CCmdString>> nested;
+    nested.GetAt(nested.AddTail()) = Texts({"A"});
+    EXPECT_EQ(WireHex(nested), Wire("01000000 01000000 01000000 01000000 01000000 0200 4100"));
+}
+
+TEST(CoreList, IndexPastTheEndYieldsTheFirstItem) {
+    CCmdList<CCmdWordId> list = Words({10, 20, 30});
+    EXPECT_EQ(&list.GetAt(5), &list.GetAt(0));
+    EXPECT_EQ(&list.GetAt(3), &list.GetAt(0));
+    EXPECT_EQ(static_cast<std::uint16_t>(list.GetAt(2)), 30);
+    EXPECT_EQ(static_cast<std::uint16_t>(list[1]), 20);
+    EXPECT_EQ(static_cast<std::uint16_t>(list[7]), 10);
+}
+
+TEST(CoreList, RemoveAtRules) {
+    CCmdList<CCmdWordId> list = Words({1, 2, 3});
+    EXPECT_FALSE(list.RemoveAt(3));
+    EXPECT_EQ(Values(list), (std::vector<std::uint16_t>{1, 2, 3}));
+    EXPECT_TRUE(list.RemoveAt(2));  // the second item becomes the tail
+    EXPECT_EQ(list.AddTail(), 2u);
+    list.GetAt(2) = 9;
+    EXPECT_EQ(WireHex(list), Wire("01000000 03000000 0100 0200 0900"));
+    EXPECT_TRUE(list.RemoveAt(1));
+    EXPECT_TRUE(list.RemoveAt(0));
+    EXPECT_EQ(Values(list), (std::vector<std::uint16_t>{9}));
+    EXPECT_TRUE(list.RemoveAt(0));  // the only item: head and tail go
+    EXPECT_TRUE(list.IsEmpty());
+    EXPECT_FALSE(list.RemoveAt(0));
+    EXPECT_EQ(WireHex(list), Wire("01000000 00000000"));
+    EXPECT_EQ(list.AddTail(), 0u);
+    EXPECT_EQ(list.AddTail(), 1u);
+    EXPECT_EQ(list.GetCount(), 2u);
+}
+
+TEST(CoreList, AddTailOfAnItemAssignsACopy) {
+    CCmdList<CCmdString> list;
+    CCmdString text;
+    text = "x";
+    EXPECT_EQ(list.AddTail(text), 0u);
+    EXPECT_EQ(list.AddTail(list.GetAt(0)), 1u);
+    EXPECT_NE(list.GetAt(1).GetBytes(), text.GetBytes());
+    EXPECT_EQ(WireHex(list.GetAt(1)), WireHex(text));
+}
+
+TEST(CoreList, ReadingReplacesTheItemsHeldBefore) {
+    {
+        CCmdList<Tracked> list;
+        list.AddTail();
+        list.AddTail();
+        list.AddTail();
+        EXPECT_EQ(Tracked::alive, 3);
+        ReadFrom(list, {1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0});
+        EXPECT_EQ(list.GetCount(), 1u);
+        EXPECT_EQ(Tracked::alive, 1);
+    }
+    EXPECT_EQ(Tracked::alive, 0);
+
+    CCmdList<CCmdWordId> words = Words({5, 6, 7});
+    ReadFrom(words, {1, 0, 0, 0, 1, 0, 0, 0, 0x34, 0x12});
+    EXPECT_EQ(Values(words), (std::vector<std::uint16_t>{0x1234}));
+}
+
+TEST(CoreList, AssignmentCopiesDeeplyAndKeepsTheListsOwnVersion) {
+    CCmdList<CCmdString> source = Texts({"one", "two"});
+    CCmdList<CCmdString> target;
+    ReadFrom(target, {3, 0, 0x34, 0x12, 1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 'z', 0});
+    EXPECT_EQ(target.GetVersion(), 0);  // the data was newer than the list
+    target = source;
+    EXPECT_EQ(target.GetVersion(), 0);
+    EXPECT_EQ(target.GetReserved(), 0x1234);
+    EXPECT_EQ(target.GetCount(), 2u);
+    EXPECT_NE(&target.GetAt(1), &source.GetAt(1));
+    EXPECT_NE(target.GetAt(1).GetBytes(), source.GetAt(1).GetBytes());
+    source.RemoveAll();
+    EXPECT_EQ(WireHex(target.GetAt(1)), Wire("01000000 0400 74776f00"));
+
+    auto& alias = target;
+    target = alias;
+    EXPECT_EQ(target.GetCount(), 2u);
+}
+
+TEST(CoreList, CopySharesNodesEitherMayGoFirst) {
+    for (bool sourceFirst : {true, false}) {
+        auto* source = new CCmdList<CCmdString>(Texts({"a", "b", "c"}));
+        auto* copy = new CCmdList<CCmdString>(*source);
+        EXPECT_EQ(&copy->GetAt(1), &source->GetAt(1));
+        EXPECT_EQ(copy->GetAt(1).GetBytes(), source->GetAt(1).GetBytes());
+        const std::string wire = WireHex(*source);
+        auto*& first = sourceFirst ? source : copy;
+        auto*& second = sourceFirst ? copy : source;
+        delete first;
+        EXPECT_EQ(WireHex(*second), wire);
+        delete second;
+    }
+    for (bool sourceFirst : {true, false}) {
+        CCmdList<CCmdString> source = Texts({"a", "b"});
+        CCmdList<CCmdString> copy(source);
+        const std::string wire = WireHex(source);
+        (sourceFirst ? source : copy).RemoveAll();
+        EXPECT_EQ(WireHex(sourceFirst ? copy : source), wire);
+        EXPECT_TRUE((sourceFirst ? source : copy).IsEmpty());
+    }
+}
+
+TEST(CoreList, ChangingASharedCopyLeavesTheOtherIntact) {
+    CCmdList<CCmdWordId> source = Words({1, 2, 3});
+    CCmdList<CCmdWordId> grown(source);
+    grown.GetAt(grown.AddTail()) = 4;
+    EXPECT_EQ(Values(source), (std::vector<std::uint16_t>{1, 2, 3}));
+    EXPECT_EQ(Values(grown), (std::vector<std::uint16_t>{1, 2, 3, 4}));
+
+    CCmdList<CCmdWordId> shrunk(source);
+    EXPECT_TRUE(shrunk.RemoveAt(0));
+    EXPECT_EQ(Values(source), (std::vector<std::uint16_t>{1, 2, 3}));
+    EXPECT_EQ(Values(shrunk), (std::vector<std::uint16_t>{2, 3}));
+
+    CCmdList<CCmdWordId> kept(source);
+    EXPECT_TRUE(source.RemoveAt(2));
+    source.AddTail();
+    EXPECT_EQ(Values(kept), (std::vector<std::uint16_t>{1, 2, 3}));
+    EXPECT_EQ(Values(source), (std::vector<std::uint16_t>{1, 2, 0}));
+
+    CCmdList<CCmdWordId> assigned(source);
+    assigned = source;  // assigning from the list whose nodes it shares
+    EXPECT_EQ(Values(assigned), Values(source));
+    EXPECT_NE(&assigned.GetAt(0), &source.GetAt(0));
+}
+
+// Reading must be linear in the count; a walk from the head per item would take minutes here.
+TEST(CoreList, HundredThousandItemsRoundTrip) {
+    const std::uint32_t n = 100000;
+    CCmdList<CCmdDwordId> list;
+    CCmdDwordId item;
+    for (std::uint32_t i = 0; i < n; ++i) {
+        item = i * 3;
+        list.AddTail(item);
+    }
+    Region region(8 + 4 * n);
+    CCmdWriter writer = region.Writer();
+    writer.Write(&list);
+    ASSERT_EQ(writer.GetLastError(), result::kOk);
+    CCmdList<CCmdDwordId> back;
+    CCmdReader reader = region.Reader();
+    reader.Read(&back);
+    EXPECT_EQ(reader.GetLastError(), result::kOk);
+    ASSERT_EQ(back.GetCount(), n);
+    std::uint32_t expected = 0;
+    bool same = true;
+    back.ForEach([&](CCmdDwordId& v) {
+        same = same && static_cast<std::uint32_t>(v) == expected;
+        expected += 3;
+    });
+    EXPECT_TRUE(same);
+}
