@@ -16,3 +16,7 @@
 #include "cmddata/platform/platform.h"
 #include "cmddata/vehicle/car_info.h"
 #include "cmddata/vehicle/vehicle_info.h"
+#include "cmddata/diagcode/freeze_frame.h"
+#include "cmddata/monitor/conversion.h"
+#include "cmddata/monitor/datmon.h"
+#include "cmddata/monitor/datmon_records.h"

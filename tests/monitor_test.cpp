@@ -1,0 +1,443 @@
+// Data-monitor records and messages, and one round trip over every class of the data-monitor and
+// freeze-frame families.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <type_traits>
+
+#include "helpers.h"
+
+using testing_cmddata::Hex;
+using testing_cmddata::Region;
+using testing_cmddata::WireHex;
+
+// --- Filling every field with distinct non-zero values ---
+// (Global functions, so that the templates below find the record overloads by argument lookup.)
+
+struct Seed {
+    std::uint32_t n = 0;
+    std::uint64_t Next() {  // 0x0101.., 0x0202.., ... never 0 in any byte
+        std::uint64_t x = n++ % 250 + 1;
+        x |= x << 8;
+        x |= x << 16;
+        return x | x << 32;
+    }
+};
+
+template <class V>
+std::enable_if_t<std::is_arithmetic_v<V>> Fill(Seed& s, V& v) {
+    v = static_cast<V>(s.Next());
+}
+template <class V, std::size_t N>
+void Fill(Seed& s, V (&a)[N]) {
+    for (V& v : a) Fill(s, v);
+}
+static void Fill(Seed& s, CCmdString& t) {
+    char text[16];
+    std::snprintf(text, sizeof text, "t%u", static_cast<unsigned>(s.n++));
+    t = text;
+}
+static void Fill(Seed& s, CCmdBuffer& b) {
+    const unsigned char bytes[3] = {static_cast<unsigned char>(s.Next()), 0xB2, 0xC3};
+    b.SetAt(bytes, 3);
+}
+static void Fill(Seed& s, CCmdWordId& w) { w = static_cast<std::uint16_t>(s.Next()); }
+static void Fill(Seed& s, CCmdByteData& b) { b = static_cast<std::uint8_t>(s.Next()); }
+template <class T>
+void Fill(Seed& s, CCmdList<T>& list) {
+    for (int i = 0; i < 2; ++i) Fill(s, list.GetAt(list.AddTail()));
+}
+template <class... V>
+void FillAll(Seed& s, V&... v) {
+    (Fill(s, v), ...);
+}
+static void Fill(Seed& s, CCmdHeaderWords& h) {
+    for (int n = 1; n <= 4; ++n) h.SetStatusWord(n, static_cast<std::uint32_t>(s.Next()));
+}
+
+static CCmdHeaderWords& Words(CCmdHeaderWords& h) { return h; }
+// One line per class: the members to fill, innermost classes first.
+#define CMDDATA_FILL(Class, ...) \
+    static void Fill(Seed& s, Class& o) { FillAll(s, __VA_ARGS__); }
+template <class Table>
+void FillTable(Seed& s, Table& o) {
+    FillAll(s, o.scaleNumerator, o.scaleDenominator, o.offset, o.decimalPlaces, o.signMode,
+            o.bitWidth, o.displayEntries, o.rangeLow, o.rangeHigh, o.graphLow, o.graphHigh);
+}
+CMDDATA_FILL(CCmdDispInfo, o.entryId, o.displayText, o.matchValue, o.matchUpper, o.highlight)
+CMDDATA_FILL(CCmdDispVariableInfo, o.entryId, o.displayText, o.matchBytes, o.maskBytes, o.highlight)
+static void Fill(Seed& s, CCmdConversionTbl& o) { FillTable(s, o); }
+static void Fill(Seed& s, CCmdConversionVariableTbl& o) { FillTable(s, o); }
+CMDDATA_FILL(CCmdDatMonData, o.itemId, o.name, o.unit, o.note, o.attributes, o.displayKind,
+             o.dataLength, o.options)
+CMDDATA_FILL(CCmdDatMonSignalInfo, o.signalId, o.name, o.unit, o.note, o.signalKind, o.byteOrder,
+             o.bytePosition, o.bitPosition, o.bitLength, o.displayKind, o.conversion)
+CMDDATA_FILL(CCmdDatMonValue, o.itemId, o.sample, o.status)
+CMDDATA_FILL(CCmdStandardValueInfo, o.itemId, o.lowerValue, o.upperValue)
+CMDDATA_FILL(CCmdDatMonStdValue, o.standardValue, o.lowerLimit, o.upperLimit)
+CMDDATA_FILL(CCmdStdValue, o.lowerValue, o.upperValue)
+CMDDATA_FILL(CCmdItemName, o.itemId, o.name)
+CMDDATA_FILL(CCmdItemNameDw, o.itemId, o.name)
+CMDDATA_FILL(CCmdGroupData, o.groupName, o.itemIds)
+CMDDATA_FILL(CCmdHighlightSignal, o.itemId, o.highlightMode)
+CMDDATA_FILL(CCmdLinkName, o.linkName, o.linkKind, o.targetEcuId, o.targetItemId, o.targetAddress,
+             o.targetKind, o.targetFlags, o.displayOrder, o.options)
+CMDDATA_FILL(CCmdMultiData, o.rawValue, o.data, o.itemId)
+CMDDATA_FILL(CCmdMultiDataEx, o.rawValue, o.itemId)
+CMDDATA_FILL(CCmdMultiDataP5, o.rawValue, o.itemId, o.status)
+CMDDATA_FILL(CCmdFrzFrmDat, o.itemNumber, o.workingValue, o.name, o.unit, o.valueText,
+             o.displayFlag, o.validFlag, o.conversion, o.items)
+CMDDATA_FILL(CCmdFrzFrmDatP5, o.itemNumber, o.workingValue, o.name, o.extraValue, o.extraFlag,
+             o.unit, o.displayFlag, o.validFlag, o.conversion, o.items)
+CMDDATA_FILL(CCmdFrzFrmDatNo, o.frameNumber, o.recordNumber, o.label)
+CMDDATA_FILL(CCmdIsAbsFrzFrmDat, o.name, o.isAbsolute, o.frameCount)
+CMDDATA_FILL(CCmdFrzFrmDatListInfo, Words(o), o.frameNumber, o.recordNumber, o.diagCode, o.frames)
+CMDDATA_FILL(CCmdMultiFrzFrmDatListInfo, Words(o), o.frameNumber, o.frameCount, o.frameKind,
+             o.frames)
+static void Fill(Seed& s, CCmdAbsoluteTimeStampInfo& o) {
+    for (CCmdFrzFrmDat& f : o.frames) Fill(s, f.items);  // keeps the record small
+}
+static void Fill(Seed& s, CCmdAbsoluteTimeStampInfoP5& o) {
+    for (CCmdFrzFrmDatP5& f : o.frames) FillAll(s, f.items, f.extraValue, f.extraFlag);
+}
+CMDDATA_FILL(CCmdOperationFrzFrmDat, o.operationName, o.operationCode, o.operationKind, o.result,
+             o.frameCount, o.startTime, o.endTime, o.firstFrame, o.secondFrameTime,
+             o.secondFrameCounter, o.secondFrame, o.thirdFrameTime, o.thirdFrame, o.furtherFrames,
+             o.totalTime, o.timeStamps)
+// Messages: status words, then the payload. Same-layout classes use their base's.
+CMDDATA_FILL(CCmdHeaderOnly, Words(o))
+CMDDATA_FILL(CCmdWordIdListMessage, Words(o), o.itemIds)
+CMDDATA_FILL(CCmdItemValueMessage, Words(o), o.itemId, o.value, o.qualifier)
+CMDDATA_FILL(CGetDatMonListRcv, Words(o), o.items, o.groups)
+CMDDATA_FILL(CGetDatMonSignalInfoRcv, Words(o), o.signals)
+CMDDATA_FILL(CGetDatMonSignalInfoListSnd, Words(o), o.itemIds)
+CMDDATA_FILL(CGetDatMonSignalInfoListRcv, Words(o), o.items, o.groups)
+CMDDATA_FILL(CGetDatMonSndFrameSnd, Words(o), o.requestId)
+CMDDATA_FILL(CGetDatMonValueSnd, Words(o), o.requestId, o.itemId, o.sampleCount)
+CMDDATA_FILL(CGetDatMonValueRcv, Words(o), o.values)
+CMDDATA_FILL(CGetStandardValueInfoRcv, Words(o), o.values)
+CMDDATA_FILL(CGetFrzFrmDatSnd, Words(o), o.frameNumber, o.recordNumber, o.diagCode)
+CMDDATA_FILL(CGetFrzFrmDatRcv, Words(o), o.diagCode, o.frames, o.frameNumbers)
+CMDDATA_FILL(CGetMultiFrzFrmDatSnd, Words(o), o.itemNumbers, o.diagCodeIndex, o.frameNumbers)
+CMDDATA_FILL(CGetMultiFrzFrmDatRcv, Words(o), o.diagCodeIndex, o.frameCount, o.frames)
+CMDDATA_FILL(CGetDiagDetailFrzFrmDatSnd, Words(o), o.detailNumber)
+CMDDATA_FILL(CGetDiagDetailFrzFrmDatRcv, Words(o), o.frames)
+CMDDATA_FILL(CIsAbsFrzFrmDatRcv, Words(o), o.diagCode, o.isAbsolute, o.name, o.frames)
+CMDDATA_FILL(CIsMultiFrzFrmDatSnd, Words(o), o.frameNumber, o.recordNumber)
+CMDDATA_FILL(CIsMultiFrzFrmDatRcv, Words(o), o.diagCode, o.frameNumbers)
+CMDDATA_FILL(CSeekFFDNoRcv, Words(o), o.frames)
+CMDDATA_FILL(CGetOperationFrzFrmDatRcv, Words(o), o.operations)
+CMDDATA_FILL(CGetOperationFrzFrmDat2Rcv, Words(o), o.operations, o.operationTotal)
+#undef CMDDATA_FILL
+
+namespace {
+
+/// A class under test, built with version V (0: the default constructor).
+template <class T, int V = 0>
+struct Case {
+    static std::unique_ptr<T> Make() {
+        if constexpr (V == 0)
+            return std::make_unique<T>();
+        else
+            return std::make_unique<T>(static_cast<std::uint16_t>(V));
+    }
+};
+
+template <class C>
+class RoundTrip : public ::testing::Test {};
+
+using AllClasses = ::testing::Types<
+    // data-monitor records (each version that changes the layout)
+    Case<CCmdDatMonData>, Case<CCmdDatMonInfoData>, Case<CCmdDatMonSignalInfo>,
+    Case<CCmdConversionTbl>, Case<CCmdConversionVariableTbl>, Case<CCmdDispInfo, 1>,
+    Case<CCmdDispInfo, 2>, Case<CCmdDispVariableInfo>, Case<CCmdDatMonValue>,
+    Case<CCmdStandardValueInfo>, Case<CCmdDatMonStdValue>, Case<CCmdStdValue>, Case<CCmdItemName>,
+    Case<CCmdItemNameDw>, Case<CCmdGroupData>, Case<CCmdHighlightSignal>, Case<CCmdLinkName, 1>,
+    Case<CCmdLinkName, 2>, Case<CCmdLinkName, 3>, Case<CCmdLinkName, 4>,
+    // data-monitor messages
+    Case<CGetDatMonListSnd>, Case<CGetDatMonListRcv>, Case<CGetDatMonListNoCommSnd>,
+    Case<CGetDatMonListNoCommRcv>, Case<CGetDatMonListForActTestSnd>,
+    Case<CGetDatMonListForActTestRcv>, Case<CStartDatMonSnd>, Case<CStartDatMonRcv>,
+    Case<CStopDatMonSnd>, Case<CStopDatMonRcv>, Case<CGetDatMonSignalInfoSnd>,
+    Case<CGetDatMonSignalInfoRcv>, Case<CGetDatMonSignalInfoListSnd>,
+    Case<CGetDatMonSignalInfoListRcv>, Case<CGetDatMonSndFrameSnd>, Case<CGetDatMonSndFrameRcv>,
+    Case<CGetDatMonValueSnd, 1>, Case<CGetDatMonValueSnd, 3>, Case<CGetDatMonValueRcv>,
+    Case<CGetStandardValueInfoSnd>, Case<CGetStandardValueInfoRcv>,
+    // freeze-frame records
+    Case<CCmdMultiData>, Case<CCmdMultiDataEx>, Case<CCmdMultiDataP5>, Case<CCmdFrzFrmDat>,
+    Case<CCmdFrzFrmDatP5>, Case<CCmdFrzFrmDatNo>, Case<CCmdIsAbsFrzFrmDat>,
+    Case<CCmdFrzFrmDatListInfo>, Case<CCmdMultiFrzFrmDatListInfo>, Case<CCmdOperationFrzFrmDat>,
+    Case<CCmdAbsoluteTimeStampInfo>, Case<CCmdAbsoluteTimeStampInfoP5>,
+    // freeze-frame messages
+    Case<CGetFrzFrmDatSnd>, Case<CGetFrzFrmDatRcv>, Case<CGetMultiFrzFrmDatSnd>,
+    Case<CGetMultiFrzFrmDatRcv>, Case<CGetDiagDetailFrzFrmDatSnd>, Case<CGetDiagDetailFrzFrmDatRcv>,
+    Case<CIsAbsFrzFrmDatSnd>, Case<CIsAbsFrzFrmDatRcv, 1>, Case<CIsAbsFrzFrmDatRcv, 2>,
+    Case<CIsMultiFrzFrmDatSnd>, Case<CIsMultiFrzFrmDatRcv>, Case<CSeekFFDNoSnd>,
+    Case<CSeekFFDNoRcv>, Case<CGetOperationFrzFrmDatSnd>, Case<CGetOperationFrzFrmDatRcv>,
+    Case<CGetOperationFrzFrmDat2Snd>, Case<CGetOperationFrzFrmDat2Rcv>>;
+TYPED_TEST_SUITE(RoundTrip, AllClasses);
+
+// Write, read into a fresh object, write again: the same bytes, all of them consumed, and the
+// measured size agrees. Copies write the same bytes; RemoveAll gives back a fresh object's.
+TYPED_TEST(RoundTrip, FilledObjectSurvivesWriteAndRead) {
+    auto sent = TypeParam::Make();
+    Seed seed;
+    Fill(seed, *sent);
+
+    Region region(1 << 16);
+    CCmdWriter writer = region.Writer();
+    writer.Write(sent.get());
+    ASSERT_EQ(writer.GetLastError(), cmddata::result::kOk);
+    const std::uint32_t size = writer.GetPosition();
+    const std::string bytes = Hex(region.data(), size);
+    EXPECT_EQ(cmddata::WireSize(*sent), size);
+
+    auto received = TypeParam::Make();
+    CCmdReader reader = region.Reader();
+    reader.Read(received.get());
+    EXPECT_EQ(reader.GetLastError(), cmddata::result::kOk);
+    EXPECT_EQ(reader.GetPosition(), size);
+    EXPECT_EQ(WireHex(*received), bytes);
+
+    auto assigned = TypeParam::Make();
+    *assigned = *sent;
+    auto copied = std::make_unique<std::remove_reference_t<decltype(*sent)>>(*sent);
+    EXPECT_EQ(WireHex(*assigned), bytes);
+    EXPECT_EQ(WireHex(*copied), bytes);
+
+    received->RemoveAll();
+    EXPECT_EQ(WireHex(*received), WireHex(*TypeParam::Make()));
+}
+
+// A cut-short region is read without a step outside it (the last error reports only the last
+// transfer, so a short tail may end in success; the address checker watches the bounds).
+TYPED_TEST(RoundTrip, TruncatedRegionFailsCleanly) {
+    auto sent = TypeParam::Make();
+    Seed seed;
+    Fill(seed, *sent);
+    Region full(1 << 16);
+    CCmdWriter writer = full.Writer();
+    writer.Write(sent.get());
+    const std::uint32_t size = writer.GetPosition();
+    const std::uint32_t step = size < 400 ? 1 : size / 200;
+    for (std::uint32_t cut = 0; cut < size; cut += step) {
+        Region part(cut == 0 ? 1 : cut);
+        std::copy(full.data(), full.data() + cut, part.data());
+        CCmdReader reader;
+        reader.AttachView(part.data(), cut);
+        auto received = TypeParam::Make();
+        reader.Read(received.get());
+        EXPECT_LE(reader.GetPosition(), cut);
+    }
+}
+
+// --- Byte layouts that are easy to get wrong ---
+
+const std::string kNoStatus = "00000000000000000000000000000000";
+const std::string kEmptyList = "0100000000000000";
+const std::string kEmptyString = "010000000000";
+
+TEST(ConversionTable, SignModeWidthAndDecimalsTravelLast) {
+    CCmdConversionTbl t;
+    t.scaleNumerator = 1;
+    t.scaleDenominator = 2;
+    t.offset = 3;
+    t.decimalPlaces = 0x0404;
+    t.signMode = 5;
+    t.bitWidth = 0x0606;
+    t.rangeLow = 7;
+    t.rangeHigh = 8;
+    t.graphLow = 9;
+    t.graphHigh = 10;
+    EXPECT_EQ(WireHex(t),
+              "01000000"
+              "01000000"
+              "02000000"
+              "03000000" +
+                  kEmptyList +
+                  "07000000"
+                  "08000000"
+                  "09000000"
+                  "0a000000"
+                  "0404"
+                  "05"
+                  "0606");
+
+    // The variable table shares the order; only its entries differ.
+    CCmdConversionVariableTbl v;
+    v.scaleNumerator = 1;
+    v.decimalPlaces = 0x0404;
+    v.graphHigh = 10;
+    CCmdDispVariableInfo& e = v.displayEntries.GetAt(v.displayEntries.AddTail());
+    e.entryId = 0x11;
+    e.highlight = 0x22;
+    EXPECT_EQ(WireHex(v),
+              "01000000"
+              "01000000"
+              "00000000"
+              "00000000"
+              "0100000001000000"
+              "01000000"
+              "11000000" +
+                  kEmptyString + kEmptyList + kEmptyList + "22" +
+                  "00000000"
+                  "00000000"
+                  "00000000"
+                  "0a000000"
+                  "0404"
+                  "00"
+                  "0000");
+}
+
+TEST(DispInfo, TrailingByteOnlyFromVersionTwo) {
+    CCmdDispInfo v2;  // default version 2
+    CCmdDispInfo v1(1);
+    for (CCmdDispInfo* d : {&v2, &v1}) {
+        d->entryId = 0x11;
+        d->matchValue = 0x22;
+        d->matchUpper = 0x33;
+        d->highlight = 0x44;
+    }
+    const std::string body = "11000000" + kEmptyString +
+                             "22000000"
+                             "33000000";
+    EXPECT_EQ(WireHex(v2), "02000000" + body + "44");
+    EXPECT_EQ(WireHex(v1), "01000000" + body);
+}
+
+TEST(DispInfo, ReaderTakesTheOlderVersionAndSkipsTheByte) {
+    // A version-2 reader meets a version-1 entry: it becomes version 1 and stops before the byte.
+    CCmdDispInfo old(1);
+    old.matchValue = 5;
+    Region r1;
+    CCmdWriter w1 = r1.Writer();
+    w1.Write(&old);
+    CCmdDispInfo newer;
+    newer.highlight = 0x77;
+    CCmdReader rd1 = r1.Reader();
+    rd1.Read(&newer);
+    EXPECT_EQ(newer.GetVersion(), 1);
+    EXPECT_EQ(rd1.GetPosition(), w1.GetPosition());
+    EXPECT_EQ(newer.matchValue, 5u);
+
+    // A version-1 reader meets a version-2 entry: it becomes version 0 and leaves the byte.
+    CCmdDispInfo sent;
+    sent.highlight = 0x44;
+    Region r2;
+    CCmdWriter w2 = r2.Writer();
+    w2.Write(&sent);
+    CCmdDispInfo reader1(1);
+    CCmdReader rd2 = r2.Reader();
+    rd2.Read(&reader1);
+    EXPECT_EQ(reader1.GetVersion(), 0);
+    EXPECT_EQ(rd2.GetPosition(), w2.GetPosition() - 1);
+    EXPECT_EQ(reader1.highlight, 0);
+}
+
+TEST(LinkName, BytesAfterNameGrowWithEachVersion) {
+    const std::uint32_t expected[] = {2, 16, 20, 36};
+    for (std::uint16_t version = 1; version <= 4; ++version) {
+        CCmdLinkName link(version);
+        link.linkName = "L";  // 2 bytes with the terminator
+        const std::string hex = WireHex(link);
+        const std::string lead = "0" + std::to_string(version) +
+                                 "000000"
+                                 "01000000"
+                                 "0200"
+                                 "4c00";
+        EXPECT_EQ(hex.substr(0, lead.size()), lead);
+        EXPECT_EQ((hex.size() - lead.size()) / 2, expected[version - 1]) << "version " << version;
+    }
+    EXPECT_EQ(CCmdLinkName().GetVersion(), 4);
+}
+
+TEST(DatMonRecords, StdValueHasNoPrefixAndValueSendsStatusBeforeSample) {
+    CCmdStdValue std;
+    std.lowerValue = 1;
+    std.upperValue = 2;
+    EXPECT_EQ(WireHex(std),
+              "01000000"
+              "02000000");
+    EXPECT_EQ(cmddata::WireSize(std), 8u);
+
+    CCmdDatMonValue value;
+    value.itemId = 1;
+    value.status = 2;
+    const unsigned char sample[2] = {0xAA, 0xBB};
+    value.sample.SetAt(sample, 2);
+    EXPECT_EQ(WireHex(value),
+              "01000000"
+              "01000000"
+              "02000000"
+              "01000000"
+              "02000000"
+              "aabb");
+}
+
+TEST(DatMonMessages, SignalInfoListRequestNeverSendsItsList) {
+    CGetDatMonSignalInfoListSnd empty;
+    CGetDatMonSignalInfoListSnd filled;
+    filled.itemIds.GetAt(filled.itemIds.AddTail()) = 0x1234;
+    filled.itemIds.GetAt(filled.itemIds.AddTail()) = 0x5678;
+    EXPECT_EQ(WireHex(filled), "c6000000" + kNoStatus);
+    EXPECT_EQ(WireHex(filled), WireHex(empty));
+    EXPECT_EQ(cmddata::WireSize(filled), 20u);
+    filled.RemoveAll();
+    EXPECT_EQ(filled.itemIds.GetCount(), 0u);
+}
+
+TEST(DatMonMessages, DerivedListCommandsCarryTheirOwnIdentifier) {
+    CGetDatMonListRcv base;
+    CGetDatMonListNoCommRcv noComm;
+    CGetDatMonListForActTestRcv forActTest;
+    for (CGetDatMonListRcv* m : {&base, static_cast<CGetDatMonListRcv*>(&noComm),
+                                 static_cast<CGetDatMonListRcv*>(&forActTest)}) {
+        m->items.GetAt(m->items.AddTail()).itemId = 0x0102;
+        m->SetStatusWord(3, 9);
+    }
+    const std::string body = WireHex(base).substr(8);
+    EXPECT_EQ(WireHex(base).substr(0, 8), "05000000");
+    EXPECT_EQ(WireHex(noComm), "a7000000" + body);
+    EXPECT_EQ(WireHex(forActTest), "ad000000" + body);
+    EXPECT_EQ(WireHex(*std::make_unique<CGetDatMonListNoCommSnd>()), "a7000000" + kNoStatus);
+    EXPECT_EQ(WireHex(*std::make_unique<CGetDatMonListForActTestSnd>()), "ad000000" + kNoStatus);
+    noComm.RemoveAll();
+    EXPECT_EQ(noComm.GetCmdId(), 167u);
+}
+
+TEST(DatMonMessages, StartAnswerAndValueRequestLayouts) {
+    CStartDatMonRcv start;
+    start.itemId = 0x0102;
+    start.value = 3;
+    start.qualifier = 4;
+    EXPECT_EQ(WireHex(start), "09000000" + kNoStatus +
+                                  "0201"
+                                  "03000000"
+                                  "04000000");
+
+    CGetDatMonValueSnd v3;  // the catalogue's default: version 3
+    CGetDatMonValueSnd v1(1);
+    for (CGetDatMonValueSnd* m : {&v3, &v1}) {
+        m->requestId = 1;
+        m->itemId = 0x0202;
+        m->sampleCount = 3;
+    }
+    EXPECT_EQ(v3.GetVersion(), 3);
+    EXPECT_EQ(WireHex(v3), "92000000" + kNoStatus +
+                               "01000000"
+                               "0202"
+                               "03000000");
+    EXPECT_EQ(WireHex(v1), "92000000" + kNoStatus + "01000000");
+
+    CGetStandardValueInfoSnd standard(2);
+    standard.itemIds.GetAt(standard.itemIds.AddTail()) = 0x0a0b;
+    EXPECT_EQ(standard.GetVersion(), 2);
+    EXPECT_EQ(WireHex(standard), "47000000" + kNoStatus +
+                                     "01000000"
+                                     "01000000"
+                                     "0b0a");
+}
+
+}  // namespace
