@@ -20,16 +20,18 @@ bool NameIsPlain(const std::string& name) {
 }  // namespace
 
 SharedRegion::SharedRegion() : parts_(Empty()) {}
-SharedRegion::~SharedRegion() {
+SharedRegion::~SharedRegion() { Close(); }
+void SharedRegion::Close() {
     if (parts_.view != nullptr || parts_.handle != platform::InvalidMapping())
         platform::CloseRegion(&parts_);
+    parts_ = Empty();
 }
 SharedRegion::SharedRegion(SharedRegion&& other) noexcept : parts_(other.parts_) {
     other.parts_ = Empty();
 }
 SharedRegion& SharedRegion::operator=(SharedRegion&& other) noexcept {
     if (this != &other) {
-        this->~SharedRegion();
+        Close();
         parts_ = other.parts_;
         other.parts_ = Empty();
     }

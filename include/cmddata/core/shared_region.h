@@ -37,6 +37,7 @@ public:
     bool IsValid() const { return parts_.view != nullptr; }
 
 private:
+    void Close();
     platform::RegionParts parts_;
 };
 
