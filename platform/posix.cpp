@@ -1,5 +1,6 @@
 // POSIX side of the platform layer: shared-memory descriptors, mmap, gettid, pthread locks.
 #include <fcntl.h>
+#include <pthread.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -30,7 +31,19 @@ unsigned char* MapWholeView(MappingHandle mapping, std::size_t* viewSize) {
     return static_cast<unsigned char*>(view);
 }
 
-std::uint32_t CurrentThreadId() { return static_cast<std::uint32_t>(syscall(SYS_gettid)); }
+namespace {
+// Every message constructor asks for the thread id; a system call each time would cost more than
+// the message. A forked child's only thread gets a new id, so the child forgets the cached one.
+thread_local std::uint32_t cachedThreadId = 0;
+void ForgetThreadId() { cachedThreadId = 0; }
+const int kForgetOnFork = pthread_atfork(nullptr, nullptr, &ForgetThreadId);
+}  // namespace
+
+std::uint32_t CurrentThreadId() {
+    (void)kForgetOnFork;
+    if (cachedThreadId == 0) cachedThreadId = static_cast<std::uint32_t>(syscall(SYS_gettid));
+    return cachedThreadId;
+}
 
 std::size_t WideToAnsi(const std::uint16_t* text, char* out, std::size_t outSize) {
     std::size_t n = 0;
