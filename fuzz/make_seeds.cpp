@@ -40,7 +40,10 @@ struct SaveFresh {
     template <class T>
     void operator()(const char* type) const {
         auto object = cmddata_fuzz::Make<T>();
-        if (object) Save(dir, "fresh_" + FileName(type), *object);
+        if (object)
+            Save(dir, "fresh_" + FileName(type), *object);
+        else
+            std::printf("make_seeds: %s has no constructor the fuzz target can call\n", type);
     }
 };
 
