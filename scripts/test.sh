@@ -178,7 +178,8 @@ run_fuzz() {
         -max_total_time="$FUZZ_SECONDS" -timeout=25 -rss_limit_mb=4096 -max_len=8192 \
         -artifact_prefix="$dir/artifacts/" -print_final_stats=1 </dev/null >"$dir/fuzz.log" 2>&1
     rc=$?
-    grep -v -E '^#[0-9]+[[:space:]]+(NEW|REDUCE|pulse)' "$dir/fuzz.log" | tail -n 40
+    # The progress lines and the suggested dictionary are left in the log.
+    grep -v -E '^(#[0-9]+[[:space:]]+(NEW|REDUCE|pulse)|"|###### |[[:space:]]+NEW_FUNC)' "$dir/fuzz.log" | tail -n 40
     if [ $rc = 0 ]; then
         pass "fuzz: no finding in ${FUZZ_SECONDS}s"
     else
