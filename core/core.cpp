@@ -11,15 +11,13 @@ using cmddata::detail::Access;
 CCmdCore::~CCmdCore() = default;
 
 void CCmdCore::Read(CCmdReader& reader) {
-    std::uint16_t sender = 0;  // stays 0 when the transfer moves nothing
-    reader.Read(&sender, 2);
-    reader.Read(&reserved_, 2);
-    version_ = version_ < sender ? 0 : sender;
+    cmddata::detail::ViaReader x{reader};
+    cmddata::detail::ReadPrefix(*this, x);
 }
 
 void CCmdCore::Write(CCmdWriter& writer) {
-    writer.Write(&version_, 2);
-    writer.Write(&reserved_, 2);
+    cmddata::detail::ViaWriter x{writer};
+    cmddata::detail::WritePrefix(*this, x);
 }
 
 void CCmdCore::RemoveAll() {}

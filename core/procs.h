@@ -142,11 +142,7 @@ public:
     static constexpr bool Reading() { return true; }
 
     void Prefix(CCmdCore& self) {
-        std::uint16_t sender = 0;  // stays 0 when the transfer moves nothing
-        Raw<2>(&sender);
-        Raw<2>(&detail::Access::Reserved(self));
-        std::uint16_t& own = detail::Access::Version(self);
-        own = own < sender ? 0 : sender;
+        With([&](auto& x) { detail::ReadPrefix(self, x); });
     }
     void U8(const char*, std::uint8_t& v) { Raw<1>(&v); }
     /// One byte into the low byte of a wider member; its upper bytes stay.
@@ -161,20 +157,10 @@ public:
     void U64(const char*, std::uint64_t& v) { Raw<8>(&v); }
     void Ident(const char*, std::uint32_t& v) { Raw<4>(&v); }
     void String(const char*, CCmdString& s) {
-        if (direct_) {
-            detail::DirectReader x{r_};
-            detail::ReadText(s, r_, x);
-        } else {
-            s.CCmdString::Read(r_);
-        }
+        With([&](auto& x) { detail::ReadText(s, r_, x); });
     }
     void Buffer(const char*, CCmdBuffer& b) {
-        if (direct_) {
-            detail::DirectReader x{r_};
-            detail::ReadBytes(b, r_, x);
-        } else {
-            b.CCmdBuffer::Read(r_);
-        }
+        With([&](auto& x) { detail::ReadBytes(b, r_, x); });
     }
     template <class T>
     void Record(const char*, T& o) {
@@ -195,12 +181,21 @@ public:
     void Unsent(const char*, T&) {}
 
 private:
+    // Runs f with the inlined transfers, or through the stream's virtual slot when the stream
+    // is a class of the caller's own; both give the same results, errors and positions.
+    template <class F>
+    void With(F&& f) {
+        if (direct_) {
+            detail::DirectReader x{r_};
+            f(x);
+        } else {
+            detail::ViaReader x{r_};
+            f(x);
+        }
+    }
     template <std::uint32_t N>
     void Raw(void* v) {
-        if (direct_)
-            detail::ReadFixed<N>(r_, v);
-        else
-            r_.Read(v, static_cast<std::int32_t>(N));  // a stream class of the caller's own
+        With([v](auto& x) { x.template Fixed<N>(v); });
     }
     CCmdReader& r_;
     bool direct_;
@@ -214,8 +209,7 @@ public:
     static constexpr bool Reading() { return false; }
 
     void Prefix(CCmdCore& self) {
-        Raw<2>(&detail::Access::Version(self));
-        Raw<2>(&detail::Access::Reserved(self));
+        With([&](auto& x) { detail::WritePrefix(self, x); });
     }
     void U8(const char*, std::uint8_t& v) { Raw<1>(&v); }
     /// The low byte of a wider member alone.
@@ -229,20 +223,10 @@ public:
     void U64(const char*, std::uint64_t& v) { Raw<8>(&v); }
     void Ident(const char*, std::uint32_t& v) { Raw<4>(&v); }
     void String(const char*, CCmdString& s) {
-        if (direct_) {
-            detail::DirectWriter x{w_};
-            detail::WriteText(s, x);
-        } else {
-            s.CCmdString::Write(w_);
-        }
+        With([&](auto& x) { detail::WriteText(s, x); });
     }
     void Buffer(const char*, CCmdBuffer& b) {
-        if (direct_) {
-            detail::DirectWriter x{w_};
-            detail::WriteBytes(b, x);
-        } else {
-            b.CCmdBuffer::Write(w_);
-        }
+        With([&](auto& x) { detail::WriteBytes(b, x); });
     }
     template <class T>
     void Record(const char*, T& o) {
@@ -262,12 +246,19 @@ public:
     void Unsent(const char*, T&) {}
 
 private:
+    template <class F>
+    void With(F&& f) {
+        if (direct_) {
+            detail::DirectWriter x{w_};
+            f(x);
+        } else {
+            detail::ViaWriter x{w_};
+            f(x);
+        }
+    }
     template <std::uint32_t N>
     void Raw(const void* v) {
-        if (direct_)
-            detail::WriteFixed<N>(w_, v);
-        else
-            w_.Write(v, static_cast<std::int32_t>(N));
+        With([v](auto& x) { x.template Fixed<N>(v); });
     }
     CCmdWriter& w_;
     bool direct_;
