@@ -8,147 +8,83 @@
 #include <type_traits>
 
 #include "helpers.h"
+#include "roundtrip.h"
 
 using testing_cmddata::Hex;
 using testing_cmddata::Region;
 using testing_cmddata::WireHex;
 
 // --- Filling every field with distinct non-zero values ---
-// (Global functions, so that the templates below find the record overloads by argument lookup.)
 
-struct Seed {
-    std::uint32_t n = 0;
-    std::uint64_t Next() {  // 0x0101.., 0x0202.., ... never 0 in any byte
-        std::uint64_t x = n++ % 250 + 1;
-        x |= x << 8;
-        x |= x << 16;
-        return x | x << 32;
-    }
-};
-
-template <class V>
-std::enable_if_t<std::is_arithmetic_v<V>> Fill(Seed& s, V& v) {
-    v = static_cast<V>(s.Next());
-}
-template <class V, std::size_t N>
-void Fill(Seed& s, V (&a)[N]) {
-    for (V& v : a) Fill(s, v);
-}
-static void Fill(Seed& s, CCmdString& t) {
-    char text[16];
-    std::snprintf(text, sizeof text, "t%u", static_cast<unsigned>(s.n++));
-    t = text;
-}
-static void Fill(Seed& s, CCmdBuffer& b) {
-    const unsigned char bytes[3] = {static_cast<unsigned char>(s.Next()), 0xB2, 0xC3};
-    b.SetAt(bytes, 3);
-}
-static void Fill(Seed& s, CCmdWordId& w) { w = static_cast<std::uint16_t>(s.Next()); }
-static void Fill(Seed& s, CCmdByteData& b) { b = static_cast<std::uint8_t>(s.Next()); }
-template <class T>
-void Fill(Seed& s, CCmdList<T>& list) {
-    for (int i = 0; i < 2; ++i) Fill(s, list.GetAt(list.AddTail()));
-}
-template <class... V>
-void FillAll(Seed& s, V&... v) {
-    (Fill(s, v), ...);
-}
-static void Fill(Seed& s, CCmdHeaderWords& h) {
-    for (int n = 1; n <= 4; ++n) h.SetStatusWord(n, static_cast<std::uint32_t>(s.Next()));
-}
-
-static CCmdHeaderWords& Words(CCmdHeaderWords& h) { return h; }
 // One line per class: the members to fill, innermost classes first.
-#define CMDDATA_FILL(Class, ...) \
-    static void Fill(Seed& s, Class& o) { FillAll(s, __VA_ARGS__); }
 template <class Table>
 void FillTable(Seed& s, Table& o) {
     FillAll(s, o.scaleNumerator, o.scaleDenominator, o.offset, o.decimalPlaces, o.signMode,
             o.bitWidth, o.displayEntries, o.rangeLow, o.rangeHigh, o.graphLow, o.graphHigh);
 }
-CMDDATA_FILL(CCmdDispInfo, o.entryId, o.displayText, o.matchValue, o.matchUpper, o.highlight)
-CMDDATA_FILL(CCmdDispVariableInfo, o.entryId, o.displayText, o.matchBytes, o.maskBytes, o.highlight)
+TEST_FILL(CCmdDispInfo, o.entryId, o.displayText, o.matchValue, o.matchUpper, o.highlight)
+TEST_FILL(CCmdDispVariableInfo, o.entryId, o.displayText, o.matchBytes, o.maskBytes, o.highlight)
 static void Fill(Seed& s, CCmdConversionTbl& o) { FillTable(s, o); }
 static void Fill(Seed& s, CCmdConversionVariableTbl& o) { FillTable(s, o); }
-CMDDATA_FILL(CCmdDatMonData, o.itemId, o.name, o.unit, o.note, o.attributes, o.displayKind,
-             o.dataLength, o.options)
-CMDDATA_FILL(CCmdDatMonSignalInfo, o.signalId, o.name, o.unit, o.note, o.signalKind, o.byteOrder,
-             o.bytePosition, o.bitPosition, o.bitLength, o.displayKind, o.conversion)
-CMDDATA_FILL(CCmdDatMonValue, o.itemId, o.sample, o.status)
-CMDDATA_FILL(CCmdStandardValueInfo, o.itemId, o.lowerValue, o.upperValue)
-CMDDATA_FILL(CCmdDatMonStdValue, o.standardValue, o.lowerLimit, o.upperLimit)
-CMDDATA_FILL(CCmdStdValue, o.lowerValue, o.upperValue)
-CMDDATA_FILL(CCmdItemName, o.itemId, o.name)
-CMDDATA_FILL(CCmdItemNameDw, o.itemId, o.name)
-CMDDATA_FILL(CCmdGroupData, o.groupName, o.itemIds)
-CMDDATA_FILL(CCmdHighlightSignal, o.itemId, o.highlightMode)
-CMDDATA_FILL(CCmdLinkName, o.linkName, o.linkKind, o.targetEcuId, o.targetItemId, o.targetAddress,
-             o.targetKind, o.targetFlags, o.displayOrder, o.options)
-CMDDATA_FILL(CCmdMultiData, o.rawValue, o.data, o.itemId)
-CMDDATA_FILL(CCmdMultiDataEx, o.rawValue, o.itemId)
-CMDDATA_FILL(CCmdMultiDataP5, o.rawValue, o.itemId, o.status)
-CMDDATA_FILL(CCmdFrzFrmDat, o.itemNumber, o.workingValue, o.name, o.unit, o.valueText,
-             o.displayFlag, o.validFlag, o.conversion, o.items)
-CMDDATA_FILL(CCmdFrzFrmDatP5, o.itemNumber, o.workingValue, o.name, o.extraValue, o.extraFlag,
-             o.unit, o.displayFlag, o.validFlag, o.conversion, o.items)
-CMDDATA_FILL(CCmdFrzFrmDatNo, o.frameNumber, o.recordNumber, o.label)
-CMDDATA_FILL(CCmdIsAbsFrzFrmDat, o.name, o.isAbsolute, o.frameCount)
-CMDDATA_FILL(CCmdFrzFrmDatListInfo, Words(o), o.frameNumber, o.recordNumber, o.diagCode, o.frames)
-CMDDATA_FILL(CCmdMultiFrzFrmDatListInfo, Words(o), o.frameNumber, o.frameCount, o.frameKind,
-             o.frames)
+TEST_FILL(CCmdDatMonData, o.itemId, o.name, o.unit, o.note, o.attributes, o.displayKind,
+          o.dataLength, o.options)
+TEST_FILL(CCmdDatMonSignalInfo, o.signalId, o.name, o.unit, o.note, o.signalKind, o.byteOrder,
+          o.bytePosition, o.bitPosition, o.bitLength, o.displayKind, o.conversion)
+TEST_FILL(CCmdDatMonValue, o.itemId, o.sample, o.status)
+TEST_FILL(CCmdStandardValueInfo, o.itemId, o.lowerValue, o.upperValue)
+TEST_FILL(CCmdDatMonStdValue, o.standardValue, o.lowerLimit, o.upperLimit)
+TEST_FILL(CCmdStdValue, o.lowerValue, o.upperValue)
+TEST_FILL(CCmdItemName, o.itemId, o.name)
+TEST_FILL(CCmdItemNameDw, o.itemId, o.name)
+TEST_FILL(CCmdGroupData, o.groupName, o.itemIds)
+TEST_FILL(CCmdHighlightSignal, o.itemId, o.highlightMode)
+TEST_FILL(CCmdLinkName, o.linkName, o.linkKind, o.targetEcuId, o.targetItemId, o.targetAddress,
+          o.targetKind, o.targetFlags, o.displayOrder, o.options)
+TEST_FILL(CCmdMultiData, o.rawValue, o.data, o.itemId)
+TEST_FILL(CCmdMultiDataEx, o.rawValue, o.itemId)
+TEST_FILL(CCmdMultiDataP5, o.rawValue, o.itemId, o.status)
+TEST_FILL(CCmdFrzFrmDat, o.itemNumber, o.workingValue, o.name, o.unit, o.valueText, o.displayFlag,
+          o.validFlag, o.conversion, o.items)
+TEST_FILL(CCmdFrzFrmDatP5, o.itemNumber, o.workingValue, o.name, o.extraValue, o.extraFlag, o.unit,
+          o.displayFlag, o.validFlag, o.conversion, o.items)
+TEST_FILL(CCmdFrzFrmDatNo, o.frameNumber, o.recordNumber, o.label)
+TEST_FILL(CCmdIsAbsFrzFrmDat, o.name, o.isAbsolute, o.frameCount)
+TEST_FILL(CCmdFrzFrmDatListInfo, Words(o), o.frameNumber, o.recordNumber, o.diagCode, o.frames)
+TEST_FILL(CCmdMultiFrzFrmDatListInfo, Words(o), o.frameNumber, o.frameCount, o.frameKind, o.frames)
 static void Fill(Seed& s, CCmdAbsoluteTimeStampInfo& o) {
     for (CCmdFrzFrmDat& f : o.frames) Fill(s, f.items);  // keeps the record small
 }
 static void Fill(Seed& s, CCmdAbsoluteTimeStampInfoP5& o) {
     for (CCmdFrzFrmDatP5& f : o.frames) FillAll(s, f.items, f.extraValue, f.extraFlag);
 }
-CMDDATA_FILL(CCmdOperationFrzFrmDat, o.operationName, o.operationCode, o.operationKind, o.result,
-             o.frameCount, o.startTime, o.endTime, o.firstFrame, o.secondFrameTime,
-             o.secondFrameCounter, o.secondFrame, o.thirdFrameTime, o.thirdFrame, o.furtherFrames,
-             o.totalTime, o.timeStamps)
+TEST_FILL(CCmdOperationFrzFrmDat, o.operationName, o.operationCode, o.operationKind, o.result,
+          o.frameCount, o.startTime, o.endTime, o.firstFrame, o.secondFrameTime,
+          o.secondFrameCounter, o.secondFrame, o.thirdFrameTime, o.thirdFrame, o.furtherFrames,
+          o.totalTime, o.timeStamps)
 // Messages: status words, then the payload. Same-layout classes use their base's.
-CMDDATA_FILL(CCmdHeaderOnly, Words(o))
-CMDDATA_FILL(CCmdWordIdListMessage, Words(o), o.itemIds)
-CMDDATA_FILL(CCmdItemValueMessage, Words(o), o.itemId, o.value, o.qualifier)
-CMDDATA_FILL(CGetDatMonListRcv, Words(o), o.items, o.groups)
-CMDDATA_FILL(CGetDatMonSignalInfoRcv, Words(o), o.signals)
-CMDDATA_FILL(CGetDatMonSignalInfoListSnd, Words(o), o.itemIds)
-CMDDATA_FILL(CGetDatMonSignalInfoListRcv, Words(o), o.items, o.groups)
-CMDDATA_FILL(CGetDatMonSndFrameSnd, Words(o), o.requestId)
-CMDDATA_FILL(CGetDatMonValueSnd, Words(o), o.requestId, o.itemId, o.sampleCount)
-CMDDATA_FILL(CGetDatMonValueRcv, Words(o), o.values)
-CMDDATA_FILL(CGetStandardValueInfoRcv, Words(o), o.values)
-CMDDATA_FILL(CGetFrzFrmDatSnd, Words(o), o.frameNumber, o.recordNumber, o.diagCode)
-CMDDATA_FILL(CGetFrzFrmDatRcv, Words(o), o.diagCode, o.frames, o.frameNumbers)
-CMDDATA_FILL(CGetMultiFrzFrmDatSnd, Words(o), o.itemNumbers, o.diagCodeIndex, o.frameNumbers)
-CMDDATA_FILL(CGetMultiFrzFrmDatRcv, Words(o), o.diagCodeIndex, o.frameCount, o.frames)
-CMDDATA_FILL(CGetDiagDetailFrzFrmDatSnd, Words(o), o.detailNumber)
-CMDDATA_FILL(CGetDiagDetailFrzFrmDatRcv, Words(o), o.frames)
-CMDDATA_FILL(CIsAbsFrzFrmDatRcv, Words(o), o.diagCode, o.isAbsolute, o.name, o.frames)
-CMDDATA_FILL(CIsMultiFrzFrmDatSnd, Words(o), o.frameNumber, o.recordNumber)
-CMDDATA_FILL(CIsMultiFrzFrmDatRcv, Words(o), o.diagCode, o.frameNumbers)
-CMDDATA_FILL(CSeekFFDNoRcv, Words(o), o.frames)
-CMDDATA_FILL(CGetOperationFrzFrmDatRcv, Words(o), o.operations)
-CMDDATA_FILL(CGetOperationFrzFrmDat2Rcv, Words(o), o.operations, o.operationTotal)
-#undef CMDDATA_FILL
+TEST_FILL(CGetDatMonListRcv, Words(o), o.items, o.groups)
+TEST_FILL(CGetDatMonSignalInfoRcv, Words(o), o.signals)
+TEST_FILL(CGetDatMonSignalInfoListSnd, Words(o), o.itemIds)
+TEST_FILL(CGetDatMonSignalInfoListRcv, Words(o), o.items, o.groups)
+TEST_FILL(CGetDatMonSndFrameSnd, Words(o), o.requestId)
+TEST_FILL(CGetDatMonValueSnd, Words(o), o.requestId, o.itemId, o.sampleCount)
+TEST_FILL(CGetDatMonValueRcv, Words(o), o.values)
+TEST_FILL(CGetStandardValueInfoRcv, Words(o), o.values)
+TEST_FILL(CGetFrzFrmDatSnd, Words(o), o.frameNumber, o.recordNumber, o.diagCode)
+TEST_FILL(CGetFrzFrmDatRcv, Words(o), o.diagCode, o.frames, o.frameNumbers)
+TEST_FILL(CGetMultiFrzFrmDatSnd, Words(o), o.itemNumbers, o.diagCodeIndex, o.frameNumbers)
+TEST_FILL(CGetMultiFrzFrmDatRcv, Words(o), o.diagCodeIndex, o.frameCount, o.frames)
+TEST_FILL(CGetDiagDetailFrzFrmDatSnd, Words(o), o.detailNumber)
+TEST_FILL(CGetDiagDetailFrzFrmDatRcv, Words(o), o.frames)
+TEST_FILL(CIsAbsFrzFrmDatRcv, Words(o), o.diagCode, o.isAbsolute, o.name, o.frames)
+TEST_FILL(CIsMultiFrzFrmDatSnd, Words(o), o.frameNumber, o.recordNumber)
+TEST_FILL(CIsMultiFrzFrmDatRcv, Words(o), o.diagCode, o.frameNumbers)
+TEST_FILL(CSeekFFDNoRcv, Words(o), o.frames)
+TEST_FILL(CGetOperationFrzFrmDatRcv, Words(o), o.operations)
+TEST_FILL(CGetOperationFrzFrmDat2Rcv, Words(o), o.operations, o.operationTotal)
 
-namespace {
-
-/// A class under test, built with version V (0: the default constructor).
-template <class T, int V = 0>
-struct Case {
-    static std::unique_ptr<T> Make() {
-        if constexpr (V == 0)
-            return std::make_unique<T>();
-        else
-            return std::make_unique<T>(static_cast<std::uint16_t>(V));
-    }
-};
-
-template <class C>
-class RoundTrip : public ::testing::Test {};
-
-using AllClasses = ::testing::Types<
+ROUND_TRIP_SUITE(
+    MonitorAndFreezeFrameRoundTrip,
     // data-monitor records (each version that changes the layout)
     Case<CCmdDatMonData>, Case<CCmdDatMonInfoData>, Case<CCmdDatMonSignalInfo>,
     Case<CCmdConversionTbl>, Case<CCmdConversionVariableTbl>, Case<CCmdDispInfo, 1>,
@@ -176,62 +112,9 @@ using AllClasses = ::testing::Types<
     Case<CIsAbsFrzFrmDatSnd>, Case<CIsAbsFrzFrmDatRcv, 1>, Case<CIsAbsFrzFrmDatRcv, 2>,
     Case<CIsMultiFrzFrmDatSnd>, Case<CIsMultiFrzFrmDatRcv>, Case<CSeekFFDNoSnd>,
     Case<CSeekFFDNoRcv>, Case<CGetOperationFrzFrmDatSnd>, Case<CGetOperationFrzFrmDatRcv>,
-    Case<CGetOperationFrzFrmDat2Snd>, Case<CGetOperationFrzFrmDat2Rcv>>;
-TYPED_TEST_SUITE(RoundTrip, AllClasses);
+    Case<CGetOperationFrzFrmDat2Snd>, Case<CGetOperationFrzFrmDat2Rcv>)
 
-// Write, read into a fresh object, write again: the same bytes, all of them consumed, and the
-// measured size agrees. Copies write the same bytes; RemoveAll gives back a fresh object's.
-TYPED_TEST(RoundTrip, FilledObjectSurvivesWriteAndRead) {
-    auto sent = TypeParam::Make();
-    Seed seed;
-    Fill(seed, *sent);
-
-    Region region(1 << 16);
-    CCmdWriter writer = region.Writer();
-    writer.Write(sent.get());
-    ASSERT_EQ(writer.GetLastError(), cmddata::result::kOk);
-    const std::uint32_t size = writer.GetPosition();
-    const std::string bytes = Hex(region.data(), size);
-    EXPECT_EQ(cmddata::WireSize(*sent), size);
-
-    auto received = TypeParam::Make();
-    CCmdReader reader = region.Reader();
-    reader.Read(received.get());
-    EXPECT_EQ(reader.GetLastError(), cmddata::result::kOk);
-    EXPECT_EQ(reader.GetPosition(), size);
-    EXPECT_EQ(WireHex(*received), bytes);
-
-    auto assigned = TypeParam::Make();
-    *assigned = *sent;
-    auto copied = std::make_unique<std::remove_reference_t<decltype(*sent)>>(*sent);
-    EXPECT_EQ(WireHex(*assigned), bytes);
-    EXPECT_EQ(WireHex(*copied), bytes);
-
-    received->RemoveAll();
-    EXPECT_EQ(WireHex(*received), WireHex(*TypeParam::Make()));
-}
-
-// A cut-short region is read without a step outside it (the last error reports only the last
-// transfer, so a short tail may end in success; the address checker watches the bounds).
-TYPED_TEST(RoundTrip, TruncatedRegionFailsCleanly) {
-    auto sent = TypeParam::Make();
-    Seed seed;
-    Fill(seed, *sent);
-    Region full(1 << 16);
-    CCmdWriter writer = full.Writer();
-    writer.Write(sent.get());
-    const std::uint32_t size = writer.GetPosition();
-    const std::uint32_t step = size < 400 ? 1 : size / 200;
-    for (std::uint32_t cut = 0; cut < size; cut += step) {
-        Region part(cut == 0 ? 1 : cut);
-        std::copy(full.data(), full.data() + cut, part.data());
-        CCmdReader reader;
-        reader.AttachView(part.data(), cut);
-        auto received = TypeParam::Make();
-        reader.Read(received.get());
-        EXPECT_LE(reader.GetPosition(), cut);
-    }
-}
+namespace {
 
 // --- Byte layouts that are easy to get wrong ---
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "helpers.h"
+#include "roundtrip.h"
 
 using cmddata::result::kItemMissing;
 using cmddata::result::kNullOutput;
@@ -15,14 +16,6 @@ namespace {
 
 const std::uint16_t* U16(const char16_t* text) {
     return reinterpret_cast<const std::uint16_t*>(text);
-}
-
-void SetStatus(CCmdBase& m, std::uint32_t first) {
-    for (int n = 1; n <= 4; ++n) m.SetStatusWord(n, first + static_cast<std::uint32_t>(n));
-}
-
-void AddText(CCmdList<CCmdString>& list, const char16_t* text) {
-    list.GetAt(list.AddTail()) = U16(text);
 }
 
 void AddItem(CCmdList<CCmdCarInfo>& list, std::uint16_t id, const char16_t* text) {
@@ -44,115 +37,25 @@ void AddFrame(CCmdList<CCmdByteDataList>& list, std::uint8_t first, int count) {
         frame.bytes.GetAt(frame.bytes.AddTail()) = static_cast<std::uint8_t>(first + i);
 }
 
-// Distinct non-zero values for every field of every class.
-void Fill(CCmdCarInfo& o) {
-    o.itemId = 0x0203;
-    o.text = U16(u"XK-7");
-}
-void Fill(CCmdCarIdInf& o) {
-    o.itemId = 0x0405;
-    o.ids.GetAt(o.ids.AddTail()) = 0x1111;
-    o.ids.GetAt(o.ids.AddTail()) = 0x2222;
-}
-void Fill(CGetCarInfoSnd& o) {
-    SetStatus(o, 0x10);
-    o.itemIds.GetAt(o.itemIds.AddTail()) = 1;
-    o.itemIds.GetAt(o.itemIds.AddTail()) = 3;
-}
-void Fill(CGetCarInfoRcv& o) {
-    SetStatus(o, 0x20);
-    AddItem(o.carInfo, 1, u"QX12345");
-    AddItem(o.carInfo, 3, u"2031");
-}
-void Fill(CGetVINRcv& o) {
-    SetStatus(o, 0x30);
-    o.vin = U16(u"TSTVIN00000000001");
-}
-void Fill(CGetCIDRcv& o) {
-    SetStatus(o, 0x40);
-    AddText(o.calibrationIds, u"CAL-A1");
-    AddText(o.calibrationIds, u"CAL-B22");
-    o.ecuCount = 0x11223344;
-    o.reportedCount = 0x55667788;
-}
-void Fill(CGetCVNRcv& o) {
-    SetStatus(o, 0x50);
-    AddText(o.verificationNumbers, u"1A2B3C4D");
-}
-void Fill(CGetFrmCarInfoVinRcv& o) {
-    SetStatus(o, 0x60);
-    o.ecuId = 0x7E0;
-    o.frameKind = 0x5A;
-    AddFrame(o.sentFrames, 0x09, 2);
-    AddFrame(o.receivedFrames, 0x49, 3);
-    AddFrame(o.receivedFrames, 0x21, 1);
-    o.outcome = 0xCAFE;
-    o.outcomeDetail = 0xF00D;
-}
-void Fill(CGetCarIdOptListRcv& o) {
-    SetStatus(o, 0x70);
-    AddOption(o.options, 7, 0x100, 3);
-    AddOption(o.options, 8, 0x200, 1);
-}
-void Fill(CGetVehicleSupportInfoSnd& o) {
-    SetStatus(o, 0x80);
-    o.flag = 0xA5;
-    AddItem(o.requests, 1, u"QX1");
-}
-void Fill(CGetVehicleSupportInfoRcv& o) {
-    SetStatus(o, 0x90);
-    AddOption(o.answers, 9, 0x300, 2);
-}
-void Fill(CCmdBase& o) {
-    SetStatus(o, 0xA0);
-}  // the header-only requests
-
-template <class T>
-class VehicleRoundTrip : public ::testing::Test {};
-
-using VehicleClasses =
-    ::testing::Types<CCmdCarInfo, CCmdCarIdInf, CGetCarInfoSnd, CGetCarInfoRcv, CGetVINSnd,
-                     CGetVINRcv, CGetCIDSnd, CGetCIDRcv, CGetCVNSnd, CGetCVNRcv,
-                     CGetFrmCarInfoVinSnd, CGetFrmCarInfoVinRcv, CGetCarIdOptListSnd,
-                     CGetCarIdOptListRcv, CGetVehicleSupportInfoSnd, CGetVehicleSupportInfoRcv>;
-TYPED_TEST_SUITE(VehicleRoundTrip, VehicleClasses);
-
 }  // namespace
 
-TYPED_TEST(VehicleRoundTrip, WriteReadWriteGivesTheSameBytes) {
-    TypeParam original;
-    Fill(original);
-    Region first;
-    CCmdWriter w1 = first.Writer();
-    w1.Write(&original);
-    ASSERT_EQ(w1.GetLastError(), 0u);
-    const std::uint32_t written = w1.GetPosition();
-    EXPECT_EQ(cmddata::WireSize(original), written);
+TEST_FILL(CCmdCarInfo, o.itemId, o.text)
+TEST_FILL(CCmdCarIdInf, o.itemId, o.ids)
+TEST_FILL(CGetCarInfoRcv, Words(o), o.carInfo)
+TEST_FILL(CGetVINRcv, Words(o), o.vin)
+TEST_FILL(CGetCIDRcv, Words(o), o.calibrationIds, o.ecuCount, o.reportedCount)
+TEST_FILL(CGetCVNRcv, Words(o), o.verificationNumbers)
+TEST_FILL(CGetFrmCarInfoVinRcv, Words(o), o.ecuId, o.frameKind, o.sentFrames, o.receivedFrames,
+          o.outcome, o.outcomeDetail)
+TEST_FILL(CGetCarIdOptListRcv, Words(o), o.options)
+TEST_FILL(CGetVehicleSupportInfoSnd, Words(o), o.flag, o.requests)
+TEST_FILL(CGetVehicleSupportInfoRcv, Words(o), o.answers)
 
-    TypeParam fresh;
-    CCmdReader r = first.Reader();
-    r.Read(&fresh);
-    EXPECT_EQ(r.GetLastError(), 0u);
-    EXPECT_EQ(r.GetPosition(), written);
-
-    Region second;
-    CCmdWriter w2 = second.Writer();
-    w2.Write(&fresh);
-    EXPECT_EQ(w2.GetPosition(), written);
-    EXPECT_EQ(Hex(second.data(), w2.GetPosition()), Hex(first.data(), written));
-    EXPECT_EQ(cmddata::WireSize(fresh), written);
-
-    // RemoveAll leaves the form of an empty object, whatever was filled in.
-    TypeParam empty;
-    fresh.RemoveAll();
-    EXPECT_EQ(WireHex(fresh), WireHex(empty));
-
-    // Assignment copies deeply: the copy writes the same bytes after the source is emptied.
-    TypeParam assigned;
-    assigned = original;
-    original.RemoveAll();
-    EXPECT_EQ(WireHex(assigned), Hex(first.data(), written));
-}
+ROUND_TRIP_SUITE(VehicleRoundTrip, Case<CCmdCarInfo>, Case<CCmdCarIdInf>, Case<CGetCarInfoSnd>,
+                 Case<CGetCarInfoRcv>, Case<CGetVINSnd>, Case<CGetVINRcv>, Case<CGetCIDSnd>,
+                 Case<CGetCIDRcv>, Case<CGetCVNSnd>, Case<CGetCVNRcv>, Case<CGetFrmCarInfoVinSnd>,
+                 Case<CGetFrmCarInfoVinRcv>, Case<CGetCarIdOptListSnd>, Case<CGetCarIdOptListRcv>,
+                 Case<CGetVehicleSupportInfoSnd>, Case<CGetVehicleSupportInfoRcv>)
 
 TEST(VehicleRecords, CarInfoBytes) {
     CCmdCarInfo item;
