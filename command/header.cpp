@@ -25,8 +25,7 @@ void CCmdBase::Describe(cmddata::DescribeProc& proc) { HeaderFields(proc); }
 CCmdBaseInfo::CCmdBaseInfo(std::uint16_t version, std::uint16_t reserved)
     : CCmdCore(version, reserved) {}
 CCmdBaseInfo::CCmdBaseInfo(std::uint32_t commandId) : CCmdBaseInfo(commandId, 1, 0) {}
-CCmdBaseInfo::CCmdBaseInfo(std::uint32_t commandId, std::uint16_t version,
-                           std::uint16_t reserved)
+CCmdBaseInfo::CCmdBaseInfo(std::uint32_t commandId, std::uint16_t version, std::uint16_t reserved)
     : CCmdCore(version, reserved), CCmdHeaderWords(commandId) {}
 CCmdBaseInfo::~CCmdBaseInfo() = default;
 

@@ -56,15 +56,24 @@ namespace cmddata {
 
 const char* ResultName(Result code) {
     switch (code) {
-        case result::kOk: return "success";
-        case result::kBadArgument: return "bad argument";
-        case result::kOutOfMemory: return "out of memory";
-        case result::kPastEnd: return "past the end of the region";
-        case result::kNotAttached: return "stream not attached";
-        case result::kVerifyFailed: return "verification compare failed";
-        case result::kNullOutput: return "null output pointer";
-        case result::kItemMissing: return "item missing or text rejected";
-        default: return "unknown result";
+        case result::kOk:
+            return "success";
+        case result::kBadArgument:
+            return "bad argument";
+        case result::kOutOfMemory:
+            return "out of memory";
+        case result::kPastEnd:
+            return "past the end of the region";
+        case result::kNotAttached:
+            return "stream not attached";
+        case result::kVerifyFailed:
+            return "verification compare failed";
+        case result::kNullOutput:
+            return "null output pointer";
+        case result::kItemMissing:
+            return "item missing or text rejected";
+        default:
+            return "unknown result";
     }
 }
 

@@ -9,16 +9,26 @@ namespace cmddata {
 
 const char* WireTypeName(WireType type) {
     switch (type) {
-        case WireType::kU8: return "u8";
-        case WireType::kU16: return "u16";
-        case WireType::kU32: return "u32";
-        case WireType::kU64: return "u64";
-        case WireType::kString: return "string";
-        case WireType::kBuffer: return "buffer";
-        case WireType::kList: return "list";
-        case WireType::kRecord: return "record";
-        case WireType::kImage: return "image";
-        case WireType::kUnsent: return "unsent";
+        case WireType::kU8:
+            return "u8";
+        case WireType::kU16:
+            return "u16";
+        case WireType::kU32:
+            return "u32";
+        case WireType::kU64:
+            return "u64";
+        case WireType::kString:
+            return "string";
+        case WireType::kBuffer:
+            return "buffer";
+        case WireType::kList:
+            return "list";
+        case WireType::kRecord:
+            return "record";
+        case WireType::kImage:
+            return "image";
+        case WireType::kUnsent:
+            return "unsent";
     }
     return "?";
 }

@@ -175,7 +175,8 @@ public:
     template <class L>
     void List(const char*, L& l) {
         l.ReadWith(
-            r_, [](std::uint32_t, bool) {}, [this](typename L::ItemType& item) { Record(nullptr, item); });
+            r_, [](std::uint32_t, bool) {},
+            [this](typename L::ItemType& item) { Record(nullptr, item); });
     }
     template <class T>
     void Unsent(const char*, T&) {}
@@ -271,14 +272,22 @@ public:
     static constexpr bool Reading() { return false; }
     void Prefix(CCmdCore&) {}
     template <class V>
-    void U8(const char*, V& v) { v = 0; }
+    void U8(const char*, V& v) {
+        v = 0;
+    }
     void U8Low(const char*, std::uint32_t& v) { v = 0; }
     template <class V>
-    void U16(const char*, V& v) { v = 0; }
+    void U16(const char*, V& v) {
+        v = 0;
+    }
     template <class V>
-    void U32(const char*, V& v) { v = 0; }
+    void U32(const char*, V& v) {
+        v = 0;
+    }
     template <class V>
-    void U64(const char*, V& v) { v = 0; }
+    void U64(const char*, V& v) {
+        v = 0;
+    }
     void Ident(const char*, std::uint32_t&) {}
     void String(const char*, CCmdString& s) { s.CCmdString::RemoveAll(); }
     void Buffer(const char*, CCmdBuffer& b) { b.CCmdBuffer::RemoveAll(); }
@@ -303,21 +312,21 @@ public:
 
 /// Defines Read, Write, RemoveAll, Describe and the processor entry points of Class from its
 /// one field list. Put it after the definition of Class::Fields.
-#define CMDDATA_DEFINE_FIELDS(Class)                                                      \
-    void Class::Read(CCmdReader& reader) {                                                \
-        cmddata::ReadProc p(reader);                                                      \
-        Fields(p);                                                                        \
-    }                                                                                     \
-    void Class::Write(CCmdWriter& writer) {                                               \
-        cmddata::WriteProc p(writer);                                                     \
-        Fields(p);                                                                        \
-    }                                                                                     \
-    void Class::RemoveAll() {                                                             \
-        CmdDataResetHeader(this);                                                         \
-        cmddata::ResetProc p;                                                             \
-        Fields(p);                                                                        \
-    }                                                                                     \
-    void Class::Describe(cmddata::DescribeProc& p) { Fields(p); }                         \
-    void Class::Visit(cmddata::ReadProc& p) { Fields(p); }                                \
-    void Class::Visit(cmddata::WriteProc& p) { Fields(p); }                               \
+#define CMDDATA_DEFINE_FIELDS(Class)                              \
+    void Class::Read(CCmdReader& reader) {                        \
+        cmddata::ReadProc p(reader);                              \
+        Fields(p);                                                \
+    }                                                             \
+    void Class::Write(CCmdWriter& writer) {                       \
+        cmddata::WriteProc p(writer);                             \
+        Fields(p);                                                \
+    }                                                             \
+    void Class::RemoveAll() {                                     \
+        CmdDataResetHeader(this);                                 \
+        cmddata::ResetProc p;                                     \
+        Fields(p);                                                \
+    }                                                             \
+    void Class::Describe(cmddata::DescribeProc& p) { Fields(p); } \
+    void Class::Visit(cmddata::ReadProc& p) { Fields(p); }        \
+    void Class::Visit(cmddata::WriteProc& p) { Fields(p); }       \
     void Class::Visit(cmddata::ResetProc& p) { Fields(p); }

@@ -11,8 +11,8 @@ platform::RegionParts Empty() {
 bool NameIsPlain(const std::string& name) {
     if (name.empty() || name.size() > 60) return false;
     for (char c : name) {
-        const bool ok = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-                        c == '_' || c == '-' || c == '.';
+        const bool ok = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+                        (c >= '0' && c <= '9') || c == '_' || c == '-' || c == '.';
         if (!ok) return false;
     }
     return true;

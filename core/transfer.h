@@ -42,9 +42,7 @@ struct Access {
 
 // Makes the compiler assume any memory may have changed: the compare after the copy must really
 // re-read both sides, since another process may be writing the region at the same time.
-inline void Reload() {
-    __asm__ __volatile__("" ::: "memory");
-}
+inline void Reload() { __asm__ __volatile__("" ::: "memory"); }
 
 // The same for exactly the two N-byte ranges just copied: both are read again by the compare, and
 // nothing else has to be reloaded, so small fields stay in registers around it.

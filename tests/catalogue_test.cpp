@@ -54,9 +54,7 @@ bool Contains(const char* const* begin, const char* const* end, std::string_view
     return std::any_of(begin, end, [&](const char* n) { return name == n; });
 }
 
-bool IsDmci(const CommandInfo& c) {
-    return std::string_view(c.name).substr(0, 4) == "Dmci";
-}
+bool IsDmci(const CommandInfo& c) { return std::string_view(c.name).substr(0, 4) == "Dmci"; }
 
 }  // namespace
 

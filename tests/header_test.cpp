@@ -30,7 +30,7 @@ void ExpectStatus(const CCmdHeaderWords& h, std::uint32_t w1, std::uint32_t w2, 
 /// Plain header, then a u16.
 class PlainMessage : public CCmdBase {
     CMDDATA_FIELDS(PlainMessage)
-  public:
+public:
     PlainMessage() : CCmdBase(0x30) {}
     std::uint16_t value = 0;
 };
@@ -44,7 +44,7 @@ CMDDATA_DEFINE_FIELDS(PlainMessage)
 /// Version prefix, header, then a u32.
 class VersionedMessage : public CCmdBase {
     CMDDATA_FIELDS(VersionedMessage)
-  public:
+public:
     explicit VersionedMessage(std::uint16_t version = 1) : CCmdBase(0x31, version, 0) {}
     std::uint32_t value = 0;
 };
@@ -59,7 +59,7 @@ CMDDATA_DEFINE_FIELDS(VersionedMessage)
 /// No header: status word 3 alone, status word 2 derived from it while reading.
 class HeaderlessAnswer : public CCmdBase {
     CMDDATA_FIELDS(HeaderlessAnswer)
-  public:
+public:
     HeaderlessAnswer() : CCmdBase(0x32) {}
     std::uint16_t value = 0;
 };
@@ -74,7 +74,7 @@ CMDDATA_DEFINE_FIELDS(HeaderlessAnswer)
 /// No header: status word 4 alone, then a byte.
 class HeaderlessRequest : public CCmdBase {
     CMDDATA_FIELDS(HeaderlessRequest)
-  public:
+public:
     HeaderlessRequest() : CCmdBase(0x33) {}
     std::uint8_t value = 0;
 };
@@ -88,7 +88,7 @@ CMDDATA_DEFINE_FIELDS(HeaderlessRequest)
 /// No header and no fields: zero bytes on the wire.
 class EmptyRequest : public CCmdBase {
     CMDDATA_FIELDS(EmptyRequest)
-  public:
+public:
     EmptyRequest() : CCmdBase(0x34) {}
 };
 template <class P>
@@ -98,7 +98,7 @@ CMDDATA_DEFINE_FIELDS(EmptyRequest)
 /// A record that keeps a header copy, with a payload of its own.
 class InfoRecord : public CCmdBaseInfo {
     CMDDATA_FIELDS(InfoRecord)
-  public:
+public:
     InfoRecord() : CCmdBaseInfo(2, 0) {}
     CCmdList<CCmdWordId> ids;
 };

@@ -146,12 +146,11 @@ TEST(VerifyCompare, ReaderOfABufferSeesTheRegionChangeUnderIt) {
 
     Flipper flipper(region.data(), 8, kBulk);  // the bytes behind prefix and count
     CCmdBuffer target;
-    EXPECT_TRUE(SeesVerifyFailure(
-        [&] {
-            CCmdReader r = region.Reader();
-            r.Read(&target);
-            return r.GetLastError();
-        }));
+    EXPECT_TRUE(SeesVerifyFailure([&] {
+        CCmdReader r = region.Reader();
+        r.Read(&target);
+        return r.GetLastError();
+    }));
 }
 
 TEST(VerifyCompare, WriterOfABufferSeesTheRegionChangeUnderIt) {
@@ -160,12 +159,11 @@ TEST(VerifyCompare, WriterOfABufferSeesTheRegionChangeUnderIt) {
     ASSERT_EQ(kOk, source.SetSize(kBulk));
 
     Flipper flipper(region.data(), 8, kBulk);
-    EXPECT_TRUE(SeesVerifyFailure(
-        [&] {
-            CCmdWriter w = region.Writer();
-            w.Write(&source);
-            return w.GetLastError();
-        }));
+    EXPECT_TRUE(SeesVerifyFailure([&] {
+        CCmdWriter w = region.Writer();
+        w.Write(&source);
+        return w.GetLastError();
+    }));
 }
 
 // The short raw transfer (copied and compared in words) and the inlined fixed-width field
@@ -174,31 +172,28 @@ TEST(VerifyCompare, ShortRawTransferSeesTheRegionChangeUnderIt) {
     testing_cmddata::Region region(64);
     Flipper flipper(region.data(), 0, 24);
     unsigned char bytes[24];
-    EXPECT_TRUE(SeesVerifyFailure(
-        [&] {
-            CCmdReader r = region.Reader();
-            return r.Read(bytes, 24);
-        }));
+    EXPECT_TRUE(SeesVerifyFailure([&] {
+        CCmdReader r = region.Reader();
+        return r.Read(bytes, 24);
+    }));
 }
 
 TEST(VerifyCompare, FixedWidthFieldsSeeTheRegionChangeUnderThem) {
     testing_cmddata::Region region(64);
     Flipper flipper(region.data(), 0, 4);
     CCmdDwordId id;
-    EXPECT_TRUE(SeesVerifyFailure(
-        [&] {
-            CCmdReader r = region.Reader();
-            r.Read(&id);
-            return r.GetLastError();
-        }));
+    EXPECT_TRUE(SeesVerifyFailure([&] {
+        CCmdReader r = region.Reader();
+        r.Read(&id);
+        return r.GetLastError();
+    }));
     CCmdDwordId out;
     out = 0x01020304;
-    EXPECT_TRUE(SeesVerifyFailure(
-        [&] {
-            CCmdWriter w = region.Writer();
-            w.Write(&out);
-            return w.GetLastError();
-        }));
+    EXPECT_TRUE(SeesVerifyFailure([&] {
+        CCmdWriter w = region.Writer();
+        w.Write(&out);
+        return w.GetLastError();
+    }));
 }
 
 // A failed compare is a result like any other: the position still moves by the count, and a

@@ -39,7 +39,7 @@ const char kHelp[] =
 constexpr std::uint32_t kRegionSize = 64 * 1024;
 
 class DemoSession : public Session {
-  public:
+public:
     DemoSession(cmddata::SharedRegion& region, Signals& signals, os::Child& child,
                 std::uint32_t timeoutMs, const std::string& saveDir)
         : region_(region),
@@ -111,7 +111,7 @@ class DemoSession : public Session {
     std::uint64_t BytesSent() const { return bytesSent_; }
     std::uint64_t BytesReceived() const { return bytesReceived_; }
 
-  private:
+private:
     // The exact bytes of the message, as they lie at the start of the region.
     bool Save(const std::string& name, const char* side, std::uint32_t size) {
         if (saveDir_.empty()) return true;

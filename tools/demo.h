@@ -25,7 +25,7 @@ const char* OutcomeName(std::uint32_t code);
 
 /// The requesting side's link to the vehicle side.
 class Session {
-  public:
+public:
     virtual ~Session() = default;
     /// Writes request into the region, signals, waits for the answer and reads it into answer.
     /// Prints one transcript line with both sizes on the wire and the outcome. False when the

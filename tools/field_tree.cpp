@@ -59,9 +59,7 @@ void TreeBuilder::BeginList(const cmddata::FieldInfo& field, std::uint32_t count
     open_.push_back(&node);
 }
 
-void TreeBuilder::EndList(const cmddata::FieldInfo& field) {
-    EndRecord(field);
-}
+void TreeBuilder::EndList(const cmddata::FieldInfo& field) { EndRecord(field); }
 
 void TreeBuilder::Failure(const cmddata::FieldInfo& field, cmddata::Result code, const char* why) {
     for (FieldNode* node : open_) node->complete = false;

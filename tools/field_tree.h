@@ -34,7 +34,7 @@ struct DecodeFailure {
 
 /// Builds a FieldNode tree from the visitor callbacks of one walk or decode.
 class TreeBuilder : public cmddata::FieldVisitor {
-  public:
+public:
     explicit TreeBuilder(const std::string& rootType);
 
     void Scalar(const cmddata::FieldInfo& field, std::uint64_t value) override;
@@ -53,7 +53,7 @@ class TreeBuilder : public cmddata::FieldVisitor {
     /// End of the furthest field that decoded (how far the bytes made sense).
     std::uint32_t Extent() const { return extent_; }
 
-  private:
+private:
     FieldNode& Add(const cmddata::FieldInfo& field);
     FieldNode root_;
     std::vector<FieldNode*> open_;

@@ -19,7 +19,7 @@ void SleepMs(std::uint32_t ms);
 
 /// A child process started from an executable path and its arguments.
 class Child {
-  public:
+public:
     Child() = default;
     ~Child();
     Child(const Child&) = delete;
@@ -37,7 +37,7 @@ class Child {
     bool Started() const { return started_; }
     std::uint32_t Id() const { return id_; }
 
-  private:
+private:
     bool started_ = false;
     bool ended_ = false;
     int exitCode_ = 0;
@@ -49,7 +49,7 @@ class Child {
 /// A named counting semaphore shared between processes. The creator removes the name when it is
 /// destroyed, so nothing named outlives a run.
 class Semaphore {
-  public:
+public:
     Semaphore() = default;
     ~Semaphore();
     Semaphore(const Semaphore&) = delete;
@@ -65,7 +65,7 @@ class Semaphore {
     bool IsValid() const { return handle_ != nullptr; }
     void Close();
 
-  private:
+private:
     void* handle_ = nullptr;
     bool owner_ = false;
     std::string name_;

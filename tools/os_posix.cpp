@@ -16,9 +16,7 @@ extern char** environ;
 namespace cmdtool {
 namespace os {
 
-std::uint32_t ProcessId() {
-    return static_cast<std::uint32_t>(getpid());
-}
+std::uint32_t ProcessId() { return static_cast<std::uint32_t>(getpid()); }
 
 std::string SelfPath() {
     char path[4096];
@@ -99,9 +97,7 @@ void Child::Kill() {
     how_ = "killed";
 }
 
-Semaphore::~Semaphore() {
-    Close();
-}
+Semaphore::~Semaphore() { Close(); }
 
 bool Semaphore::Create(const std::string& name) {
     Close();
@@ -125,9 +121,7 @@ bool Semaphore::Open(const std::string& name) {
     return true;
 }
 
-bool Semaphore::Post() {
-    return handle_ != nullptr && sem_post(static_cast<sem_t*>(handle_)) == 0;
-}
+bool Semaphore::Post() { return handle_ != nullptr && sem_post(static_cast<sem_t*>(handle_)) == 0; }
 
 bool Semaphore::Wait(std::uint32_t timeoutMs) {
     if (handle_ == nullptr) return false;

@@ -29,9 +29,7 @@ std::string Quote(const std::string& arg) {
 }
 }  // namespace
 
-std::uint32_t ProcessId() {
-    return static_cast<std::uint32_t>(GetCurrentProcessId());
-}
+std::uint32_t ProcessId() { return static_cast<std::uint32_t>(GetCurrentProcessId()); }
 
 std::string SelfPath() {
     char path[MAX_PATH * 4];
@@ -48,9 +46,7 @@ bool ProcessAlive(std::uint32_t pid) {
     return alive;
 }
 
-void SleepMs(std::uint32_t ms) {
-    Sleep(ms);
-}
+void SleepMs(std::uint32_t ms) { Sleep(ms); }
 
 Child::~Child() {
     if (started_ && !ended_) Kill();
@@ -107,9 +103,7 @@ void Child::Kill() {
     how_ = "killed";
 }
 
-Semaphore::~Semaphore() {
-    Close();
-}
+Semaphore::~Semaphore() { Close(); }
 
 bool Semaphore::Create(const std::string& name) {
     Close();

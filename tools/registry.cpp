@@ -116,9 +116,7 @@ const cmddata::CommandInfo* CommandFromBytes(const unsigned char* data, std::siz
     return nullptr;
 }
 
-const char* SideName(Side side) {
-    return side == Side::kSend ? "snd" : "rcv";
-}
+const char* SideName(Side side) { return side == Side::kSend ? "snd" : "rcv"; }
 
 const char* FramingName(cmddata::Framing framing) {
     switch (framing) {

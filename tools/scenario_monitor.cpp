@@ -45,9 +45,7 @@ const Signal* FindSignal(std::uint32_t id) {
     return nullptr;
 }
 
-std::uint32_t WidthBytes(const Signal& s) {
-    return (s.bits + 7u) / 8u;
-}
+std::uint32_t WidthBytes(const Signal& s) { return (s.bits + 7u) / 8u; }
 
 // Vehicle side. The monitored set and the sampling round live for the vehicle side's run.
 std::vector<std::uint16_t> gMonitored;

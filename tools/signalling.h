@@ -14,7 +14,7 @@ namespace cmdtool {
 enum class WaitOutcome { kSignalled, kTimedOut, kPeerGone, kEnded };
 
 class Signals {
-  public:
+public:
     /// The requesting side creates the names (and removes them when destroyed).
     bool Create(const std::string& base, std::string* error);
     /// The vehicle side opens them.
@@ -32,7 +32,7 @@ class Signals {
     WaitOutcome WaitRequest(std::uint32_t timeoutMs, const std::function<bool()>& peerAlive);
     WaitOutcome WaitAnswer(std::uint32_t timeoutMs, const std::function<bool()>& peerAlive);
 
-  private:
+private:
     static WaitOutcome WaitOn(os::Semaphore& semaphore, std::uint32_t timeoutMs,
                               const std::function<bool()>& peerAlive);
     os::Semaphore request_;

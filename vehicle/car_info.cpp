@@ -67,9 +67,7 @@ std::uint32_t Pack(std::uint32_t partial, char byte) {
     return (partial << 8) | static_cast<std::uint32_t>(widened);
 }
 
-std::uint32_t PackFour(const char* b) {
-    return Pack(Pack(Pack(Pack(0, b[0]), b[1]), b[2]), b[3]);
-}
+std::uint32_t PackFour(const char* b) { return Pack(Pack(Pack(Pack(0, b[0]), b[1]), b[2]), b[3]); }
 
 }  // namespace
 

@@ -1,6 +1,9 @@
 // Everything cmddata offers, in one include.
 #pragma once
 
+#include "cmddata/command/catalogue.h"
+#include "cmddata/command/header.h"
+#include "cmddata/command/layouts.h"
 #include "cmddata/core/buffer.h"
 #include "cmddata/core/core.h"
 #include "cmddata/core/describe.h"
@@ -9,14 +12,11 @@
 #include "cmddata/core/result.h"
 #include "cmddata/core/scalar.h"
 #include "cmddata/core/shared_region.h"
-#include "cmddata/command/catalogue.h"
-#include "cmddata/command/header.h"
-#include "cmddata/command/layouts.h"
-#include "cmddata/platform/export.h"
-#include "cmddata/platform/platform.h"
-#include "cmddata/vehicle/car_info.h"
-#include "cmddata/vehicle/vehicle_info.h"
 #include "cmddata/diagcode/freeze_frame.h"
 #include "cmddata/monitor/conversion.h"
 #include "cmddata/monitor/datmon.h"
 #include "cmddata/monitor/datmon_records.h"
+#include "cmddata/platform/export.h"
+#include "cmddata/platform/platform.h"
+#include "cmddata/vehicle/car_info.h"
+#include "cmddata/vehicle/vehicle_info.h"

@@ -11,7 +11,7 @@ namespace testing {
 namespace internal {
 
 class Notification {
-  public:
+public:
     Notification() = default;
     Notification(const Notification&) = delete;
     Notification& operator=(const Notification&) = delete;
@@ -22,7 +22,7 @@ class Notification {
         }
     }
 
-  private:
+private:
     std::atomic<bool> notified_{false};
 };
 

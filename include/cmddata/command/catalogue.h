@@ -58,9 +58,8 @@ enum : std::uint32_t {
 }  // namespace cmd
 
 inline constexpr CommandInfo kCommands[] = {
-#define CMDDATA_COMMAND(id, name, s, r, fs, fr, base, known)                                    \
-    {id,         #name,       VersionRule::s, VersionRule::r, Framing::fs, Framing::fr, base, \
-     known},
+#define CMDDATA_COMMAND(id, name, s, r, fs, fr, base, known) \
+    {id, #name, VersionRule::s, VersionRule::r, Framing::fs, Framing::fr, base, known},
 #include "cmddata/command/commands.def"
 #undef CMDDATA_COMMAND
 };
@@ -85,10 +84,14 @@ constexpr std::uint16_t DefaultVersion(std::uint32_t id, Side side) {
     if (c == nullptr) return 1;
     switch (c->Rule(side)) {
         case VersionRule::kFixed2:
-        case VersionRule::kArg2: return 2;
-        case VersionRule::kArg3: return 3;
-        case VersionRule::kDerived: return c->layoutOf == id ? 1 : DefaultVersion(c->layoutOf, side);
-        default: return 1;
+        case VersionRule::kArg2:
+            return 2;
+        case VersionRule::kArg3:
+            return 3;
+        case VersionRule::kDerived:
+            return c->layoutOf == id ? 1 : DefaultVersion(c->layoutOf, side);
+        default:
+            return 1;
     }
 }
 

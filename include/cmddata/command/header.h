@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-#include "cmddata/core/fields.h"
 #include "cmddata/core/core.h"
+#include "cmddata/core/fields.h"
 
 /// The header words shared by CCmdBase and CCmdBaseInfo: command identifier, thread id (never
 /// sent) and four status words whose meaning belongs to the two processes.

@@ -10,8 +10,8 @@ namespace detail {
 // A heap block with a reference count in front of its bytes. Copy construction shares a block
 // between objects; the count makes the last owner free it, whatever the order of destruction.
 CMDDATA_API unsigned char* BlockAlloc(std::uint32_t size);  // count 1; null on failure
-CMDDATA_API void BlockRetain(unsigned char* data);           // null is ignored
-CMDDATA_API void BlockRelease(unsigned char* data);          // null is ignored
+CMDDATA_API void BlockRetain(unsigned char* data);          // null is ignored
+CMDDATA_API void BlockRelease(unsigned char* data);         // null is ignored
 }  // namespace detail
 }  // namespace cmddata
 

@@ -22,25 +22,25 @@ class DescribeProc;
 }  // namespace cmddata
 
 /// Declares the field list of Class and the operations that come from it.
-#define CMDDATA_FIELDS(Class)                                             \
-public:                                                                   \
-    void Read(CCmdReader& reader) override;                               \
-    void Write(CCmdWriter& writer) override;                              \
-    void RemoveAll() override;                                            \
-    void Describe(cmddata::DescribeProc& proc) override;                  \
-    void Visit(cmddata::ReadProc& proc);                                  \
-    void Visit(cmddata::WriteProc& proc);                                 \
-    void Visit(cmddata::ResetProc& proc);                                 \
-    static const char* TypeName() { return #Class; }                      \
-                                                                          \
-private:                                                                  \
-    friend class cmddata::ReadProc;                                       \
-    friend class cmddata::WriteProc;                                      \
-    friend class cmddata::ResetProc;                                      \
-    friend class cmddata::DescribeProc;                                   \
-    template <class P>                                                    \
-    void Fields(P& p);                                                    \
-                                                                          \
+#define CMDDATA_FIELDS(Class)                            \
+public:                                                  \
+    void Read(CCmdReader& reader) override;              \
+    void Write(CCmdWriter& writer) override;             \
+    void RemoveAll() override;                           \
+    void Describe(cmddata::DescribeProc& proc) override; \
+    void Visit(cmddata::ReadProc& proc);                 \
+    void Visit(cmddata::WriteProc& proc);                \
+    void Visit(cmddata::ResetProc& proc);                \
+    static const char* TypeName() { return #Class; }     \
+                                                         \
+private:                                                 \
+    friend class cmddata::ReadProc;                      \
+    friend class cmddata::WriteProc;                     \
+    friend class cmddata::ResetProc;                     \
+    friend class cmddata::DescribeProc;                  \
+    template <class P>                                   \
+    void Fields(P& p);                                   \
+                                                         \
 public:
 
 /// A class that shares its base's layout and code but is a type of its own (a list of it is a

@@ -13,7 +13,8 @@ namespace cmddata {
 namespace detail {
 /// True when count items of at least minItemSize bytes each can still lie in the reader's
 /// region. A count that cannot is the mark of damaged or hostile bytes.
-CMDDATA_API bool CountFits(const CCmdReader& reader, std::uint32_t count, std::uint32_t minItemSize);
+CMDDATA_API bool CountFits(const CCmdReader& reader, std::uint32_t count,
+                           std::uint32_t minItemSize);
 /// Runs the reader to the end of its region with kPastEnd, so that every later transfer of the
 /// enclosing object fails too and the caller's final GetLastError() reports the damage.
 CMDDATA_API void Exhaust(CCmdReader& reader);
@@ -130,7 +131,8 @@ public:
     void RemoveAll() override { Release(); }
 
     void Read(CCmdReader& reader) override {
-        ReadWith(reader, [](std::uint32_t, bool) {}, [&reader](T& item) { reader.Read(&item); });
+        ReadWith(
+            reader, [](std::uint32_t, bool) {}, [&reader](T& item) { reader.Read(&item); });
     }
     void Write(CCmdWriter& writer) override {
         WriteWith(writer, [&writer](T& item) { writer.Write(&item); });
@@ -147,7 +149,8 @@ public:
         Release();
         std::uint32_t count = 0;  // stays 0 when the transfer moves nothing
         reader.Read(&count, 4);
-        const bool fits = cmddata::detail::CountFits(reader, count, cmddata::detail::MinWireSize<T>());
+        const bool fits =
+            cmddata::detail::CountFits(reader, count, cmddata::detail::MinWireSize<T>());
         onCount(count, fits);
         if (!fits) {
             cmddata::detail::Exhaust(reader);

@@ -17,7 +17,7 @@
 /// The data bytes are declared before the identifier but travel after it.
 class CMDDATA_API CCmdMultiData : public CCmdCore {
     CMDDATA_FIELDS(CCmdMultiData)
-  public:
+public:
     CCmdMultiData() = default;
     std::uint32_t rawValue = 0;
     CCmdBuffer data;
@@ -27,7 +27,7 @@ class CMDDATA_API CCmdMultiData : public CCmdCore {
 /// A stored item with a 64-bit raw value.
 class CMDDATA_API CCmdMultiDataEx : public CCmdCore {
     CMDDATA_FIELDS(CCmdMultiDataEx)
-  public:
+public:
     CCmdMultiDataEx() = default;
     std::uint64_t rawValue = 0;
     std::uint8_t itemId = 0;
@@ -36,7 +36,7 @@ class CMDDATA_API CCmdMultiDataEx : public CCmdCore {
 /// A stored item of the newer freeze frame: raw value, item identifier and its status word.
 class CMDDATA_API CCmdMultiDataP5 : public CCmdCore {
     CMDDATA_FIELDS(CCmdMultiDataP5)
-  public:
+public:
     CCmdMultiDataP5() = default;
     std::uint32_t rawValue = 0;
     std::uint8_t itemId = 0;
@@ -47,7 +47,7 @@ class CMDDATA_API CCmdMultiDataP5 : public CCmdCore {
 /// items. GetValue/GetString convert the item with a given identifier through the table.
 class CMDDATA_API CCmdFrzFrmDat : public CCmdCore {
     CMDDATA_FIELDS(CCmdFrzFrmDat)
-  public:
+public:
     CCmdFrzFrmDat() = default;
     std::uint16_t itemNumber = 0;
     std::uint32_t workingValue = 0;  // the owner's scratch value; never travels
@@ -71,7 +71,7 @@ class CMDDATA_API CCmdFrzFrmDat : public CCmdCore {
 /// travel last, after the items) and items that carry a status word.
 class CMDDATA_API CCmdFrzFrmDatP5 : public CCmdCore {
     CMDDATA_FIELDS(CCmdFrzFrmDatP5)
-  public:
+public:
     explicit CCmdFrzFrmDatP5(std::uint16_t version = 1) : CCmdCore(version, 0) {}
     std::uint16_t itemNumber = 0;
     std::uint32_t workingValue = 0;  // the owner's scratch value; never travels
@@ -93,7 +93,7 @@ class CMDDATA_API CCmdFrzFrmDatP5 : public CCmdCore {
 /// Where a freeze frame lies: frame number, record number and the frame's label.
 class CMDDATA_API CCmdFrzFrmDatNo : public CCmdCore {
     CMDDATA_FIELDS(CCmdFrzFrmDatNo)
-  public:
+public:
     explicit CCmdFrzFrmDatNo(std::uint16_t version = 1) : CCmdCore(version, 0) {}
     std::uint8_t frameNumber = 0;
     std::uint16_t recordNumber = 0;
@@ -103,7 +103,7 @@ class CMDDATA_API CCmdFrzFrmDatNo : public CCmdCore {
 /// Whether a named freeze frame carries absolute time stamps, and how many frames it holds.
 class CMDDATA_API CCmdIsAbsFrzFrmDat : public CCmdCore {
     CMDDATA_FIELDS(CCmdIsAbsFrzFrmDat)
-  public:
+public:
     CCmdIsAbsFrzFrmDat() = default;
     CCmdString name;
     std::uint8_t isAbsolute = 0;
@@ -113,7 +113,7 @@ class CMDDATA_API CCmdIsAbsFrzFrmDat : public CCmdCore {
 /// The freeze frames of one trouble code, with the header of the answer that brought them.
 class CMDDATA_API CCmdFrzFrmDatListInfo : public CCmdBaseInfo {
     CMDDATA_FIELDS(CCmdFrzFrmDatListInfo)
-  public:
+public:
     explicit CCmdFrzFrmDatListInfo(std::uint16_t version = 1) : CCmdBaseInfo(version, 0) {}
     using CCmdBaseInfo::operator=;
     std::uint8_t frameNumber = 0;
@@ -125,7 +125,7 @@ class CMDDATA_API CCmdFrzFrmDatListInfo : public CCmdBaseInfo {
 /// Freeze frames of several records, with the header of the answer that brought them.
 class CMDDATA_API CCmdMultiFrzFrmDatListInfo : public CCmdBaseInfo {
     CMDDATA_FIELDS(CCmdMultiFrzFrmDatListInfo)
-  public:
+public:
     explicit CCmdMultiFrzFrmDatListInfo(std::uint16_t version = 1) : CCmdBaseInfo(version, 0) {}
     using CCmdBaseInfo::operator=;
     std::uint8_t frameNumber = 0;
@@ -137,7 +137,7 @@ class CMDDATA_API CCmdMultiFrzFrmDatListInfo : public CCmdBaseInfo {
 /// Twelve freeze-frame items, one per absolute time stamp.
 class CMDDATA_API CCmdAbsoluteTimeStampInfo : public CCmdCore {
     CMDDATA_FIELDS(CCmdAbsoluteTimeStampInfo)
-  public:
+public:
     static constexpr int kFrameCount = 12;
     explicit CCmdAbsoluteTimeStampInfo(std::uint16_t version = 1) : CCmdCore(version, 0) {}
     CCmdFrzFrmDat frames[kFrameCount];
@@ -146,7 +146,7 @@ class CMDDATA_API CCmdAbsoluteTimeStampInfo : public CCmdCore {
 /// Six newer freeze-frame items, one per absolute time stamp.
 class CMDDATA_API CCmdAbsoluteTimeStampInfoP5 : public CCmdCore {
     CMDDATA_FIELDS(CCmdAbsoluteTimeStampInfoP5)
-  public:
+public:
     static constexpr int kFrameCount = 6;
     explicit CCmdAbsoluteTimeStampInfoP5(std::uint16_t version = 1) : CCmdCore(version, 0) {}
     CCmdFrzFrmDatP5 frames[kFrameCount];
@@ -156,7 +156,7 @@ class CMDDATA_API CCmdAbsoluteTimeStampInfoP5 : public CCmdCore {
 /// their times, further frames, and the absolute time stamps.
 class CMDDATA_API CCmdOperationFrzFrmDat : public CCmdCore {
     CMDDATA_FIELDS(CCmdOperationFrzFrmDat)
-  public:
+public:
     explicit CCmdOperationFrzFrmDat(std::uint16_t version = 1) : CCmdCore(version, 0) {}
     CCmdString operationName;
     std::uint32_t operationCode = 0;
@@ -179,7 +179,7 @@ class CMDDATA_API CCmdOperationFrzFrmDat : public CCmdCore {
 /// Asks for the freeze frame of one trouble code.
 class CMDDATA_API CGetFrzFrmDatSnd : public CCmdBase {
     CMDDATA_FIELDS(CGetFrzFrmDatSnd)
-  public:
+public:
     CGetFrzFrmDatSnd() : CCmdBase(cmddata::cmd::GetFrzFrmDat) {}
     std::uint8_t frameNumber = 0;
     std::uint16_t recordNumber = 0;
@@ -189,7 +189,7 @@ class CMDDATA_API CGetFrzFrmDatSnd : public CCmdBase {
 /// The freeze frame of one trouble code and the numbers of the frames stored for it.
 class CMDDATA_API CGetFrzFrmDatRcv : public CCmdBase {
     CMDDATA_FIELDS(CGetFrzFrmDatRcv)
-  public:
+public:
     CGetFrzFrmDatRcv() : CCmdBase(cmddata::cmd::GetFrzFrmDat) {}
     std::uint32_t diagCode = 0;
     CCmdList<CCmdFrzFrmDat> frames;
@@ -200,7 +200,7 @@ class CMDDATA_API CGetFrzFrmDatRcv : public CCmdBase {
 /// travel last.
 class CMDDATA_API CGetMultiFrzFrmDatSnd : public CCmdBase {
     CMDDATA_FIELDS(CGetMultiFrzFrmDatSnd)
-  public:
+public:
     CGetMultiFrzFrmDatSnd() : CCmdBase(cmddata::cmd::GetMultiFrzFrmDat) {}
     CCmdList<CCmdWordId> itemNumbers;
     std::uint8_t diagCodeIndex = 0;
@@ -210,7 +210,7 @@ class CMDDATA_API CGetMultiFrzFrmDatSnd : public CCmdBase {
 /// Several freeze frames of one trouble code.
 class CMDDATA_API CGetMultiFrzFrmDatRcv : public CCmdBase {
     CMDDATA_FIELDS(CGetMultiFrzFrmDatRcv)
-  public:
+public:
     CGetMultiFrzFrmDatRcv() : CCmdBase(cmddata::cmd::GetMultiFrzFrmDat) {}
     std::uint8_t diagCodeIndex = 0;
     std::uint8_t frameCount = 0;
@@ -220,7 +220,7 @@ class CMDDATA_API CGetMultiFrzFrmDatRcv : public CCmdBase {
 /// Asks for the freeze frame of one detail record.
 class CMDDATA_API CGetDiagDetailFrzFrmDatSnd : public CCmdBase {
     CMDDATA_FIELDS(CGetDiagDetailFrzFrmDatSnd)
-  public:
+public:
     CGetDiagDetailFrzFrmDatSnd() : CCmdBase(cmddata::cmd::GetDiagDetailFrzFrmDat) {}
     std::uint8_t detailNumber = 0;
 };
@@ -228,7 +228,7 @@ class CMDDATA_API CGetDiagDetailFrzFrmDatSnd : public CCmdBase {
 /// The freeze frame of one detail record.
 class CMDDATA_API CGetDiagDetailFrzFrmDatRcv : public CCmdBase {
     CMDDATA_FIELDS(CGetDiagDetailFrzFrmDatRcv)
-  public:
+public:
     CGetDiagDetailFrzFrmDatRcv() : CCmdBase(cmddata::cmd::GetDiagDetailFrzFrmDat) {}
     CCmdList<CCmdFrzFrmDat> frames;
 };
@@ -243,7 +243,7 @@ class CMDDATA_API CIsAbsFrzFrmDatSnd : public CCmdHeaderOnly {
 /// version does not travel: both sides construct the answer with the same one.
 class CMDDATA_API CIsAbsFrzFrmDatRcv : public CCmdBase {
     CMDDATA_FIELDS(CIsAbsFrzFrmDatRcv)
-  public:
+public:
     explicit CIsAbsFrzFrmDatRcv(
         std::uint16_t version = cmddata::RcvVersion(cmddata::cmd::IsAbsFrzFrmDat))
         : CCmdBase(cmddata::cmd::IsAbsFrzFrmDat, version, 0) {}
@@ -256,7 +256,7 @@ class CMDDATA_API CIsAbsFrzFrmDatRcv : public CCmdBase {
 /// Asks whether a trouble code has several freeze frames.
 class CMDDATA_API CIsMultiFrzFrmDatSnd : public CCmdBase {
     CMDDATA_FIELDS(CIsMultiFrzFrmDatSnd)
-  public:
+public:
     explicit CIsMultiFrzFrmDatSnd(
         std::uint16_t version = cmddata::SndVersion(cmddata::cmd::IsMultiFrzFrmDat))
         : CCmdBase(cmddata::cmd::IsMultiFrzFrmDat, version, 0) {}
@@ -267,7 +267,7 @@ class CMDDATA_API CIsMultiFrzFrmDatSnd : public CCmdBase {
 /// The trouble code and the numbers of its stored freeze frames.
 class CMDDATA_API CIsMultiFrzFrmDatRcv : public CCmdBase {
     CMDDATA_FIELDS(CIsMultiFrzFrmDatRcv)
-  public:
+public:
     explicit CIsMultiFrzFrmDatRcv(
         std::uint16_t version = cmddata::RcvVersion(cmddata::cmd::IsMultiFrzFrmDat))
         : CCmdBase(cmddata::cmd::IsMultiFrzFrmDat, version, 0) {}
@@ -284,7 +284,7 @@ class CMDDATA_API CSeekFFDNoSnd : public CCmdHeaderOnly {
 /// Where the stored freeze frames lie.
 class CMDDATA_API CSeekFFDNoRcv : public CCmdBase {
     CMDDATA_FIELDS(CSeekFFDNoRcv)
-  public:
+public:
     CSeekFFDNoRcv() : CCmdBase(cmddata::cmd::SeekFFDNo) {}
     CCmdList<CCmdFrzFrmDatNo> frames;
 };
@@ -300,7 +300,7 @@ class CMDDATA_API CGetOperationFrzFrmDatSnd : public CCmdHeaderOnly {
 /// The freeze frames recorded per operation.
 class CMDDATA_API CGetOperationFrzFrmDatRcv : public CCmdBase {
     CMDDATA_FIELDS(CGetOperationFrzFrmDatRcv)
-  public:
+public:
     explicit CGetOperationFrzFrmDatRcv(
         std::uint16_t version = cmddata::RcvVersion(cmddata::cmd::GetOperationFrzFrmDat))
         : CCmdBase(cmddata::cmd::GetOperationFrzFrmDat, version, 0) {}
@@ -318,7 +318,7 @@ class CMDDATA_API CGetOperationFrzFrmDat2Snd : public CCmdHeaderOnly {
 /// The freeze frames recorded per operation, then the number of operations the ECU holds.
 class CMDDATA_API CGetOperationFrzFrmDat2Rcv : public CCmdBase {
     CMDDATA_FIELDS(CGetOperationFrzFrmDat2Rcv)
-  public:
+public:
     explicit CGetOperationFrzFrmDat2Rcv(
         std::uint16_t version = cmddata::RcvVersion(cmddata::cmd::GetOperationFrzFrmDat2))
         : CCmdBase(cmddata::cmd::GetOperationFrzFrmDat2, version, 0) {}

@@ -15,7 +15,7 @@
 /// prefix was read, so an older or newer peer's entry drops it).
 class CMDDATA_API CCmdDispInfo : public CCmdCore {
     CMDDATA_FIELDS(CCmdDispInfo)
-  public:
+public:
     explicit CCmdDispInfo(std::uint16_t version = 2) : CCmdCore(version, 0) {}
     std::uint32_t entryId = 0;
     CCmdString displayText;
@@ -28,7 +28,7 @@ class CMDDATA_API CCmdDispInfo : public CCmdCore {
 /// to compare, a mask for them and a highlight byte.
 class CMDDATA_API CCmdDispVariableInfo : public CCmdCore {
     CMDDATA_FIELDS(CCmdDispVariableInfo)
-  public:
+public:
     explicit CCmdDispVariableInfo(std::uint16_t version = 1) : CCmdCore(version, 0) {}
     std::uint32_t entryId = 0;
     CCmdString displayText;
@@ -44,7 +44,7 @@ class CMDDATA_API CCmdDispVariableInfo : public CCmdCore {
 /// travel last, after the display entries and the four range words.
 class CMDDATA_API CCmdConversionTbl : public CCmdCore {
     CMDDATA_FIELDS(CCmdConversionTbl)
-  public:
+public:
     CCmdConversionTbl() = default;
 
     std::uint32_t scaleNumerator = 0;    // multiplier, taken as signed 32-bit
@@ -70,7 +70,7 @@ class CMDDATA_API CCmdConversionTbl : public CCmdCore {
 /// (same members, same wire order, one shared field list).
 class CMDDATA_API CCmdConversionVariableTbl : public CCmdCore {
     CMDDATA_FIELDS(CCmdConversionVariableTbl)
-  public:
+public:
     explicit CCmdConversionVariableTbl(std::uint16_t version = 1) : CCmdCore(version, 0) {}
 
     std::uint32_t scaleNumerator = 0;

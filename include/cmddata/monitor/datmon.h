@@ -17,7 +17,7 @@ class CMDDATA_API CGetDatMonListSnd : public CCmdHeaderOnly {
 /// The monitor items an ECU offers, and the groups they are shown in.
 class CMDDATA_API CGetDatMonListRcv : public CCmdBase {
     CMDDATA_FIELDS(CGetDatMonListRcv)
-  public:
+public:
     CGetDatMonListRcv() : CCmdBase(cmddata::cmd::GetDatMonList) {}
     CCmdList<CCmdDatMonData> items;
     CCmdList<CCmdGroupData> groups;
@@ -93,7 +93,7 @@ class CMDDATA_API CGetDatMonSignalInfoSnd : public CCmdWordIdListMessage {
 /// The full descriptions of the asked signals.
 class CMDDATA_API CGetDatMonSignalInfoRcv : public CCmdBase {
     CMDDATA_FIELDS(CGetDatMonSignalInfoRcv)
-  public:
+public:
     CGetDatMonSignalInfoRcv() : CCmdBase(cmddata::cmd::GetDatMonSignalInfo) {}
     CCmdList<CCmdDatMonSignalInfo> signals;
 };
@@ -102,7 +102,7 @@ class CMDDATA_API CGetDatMonSignalInfoRcv : public CCmdBase {
 /// request is the header alone, so filling it has no effect on the wire.
 class CMDDATA_API CGetDatMonSignalInfoListSnd : public CCmdBase {
     CMDDATA_FIELDS(CGetDatMonSignalInfoListSnd)
-  public:
+public:
     CGetDatMonSignalInfoListSnd() : CCmdBase(cmddata::cmd::GetDatMonSignalInfoList) {}
     CCmdList<CCmdWordId> itemIds;  // kept by the object, never sent
 };
@@ -110,7 +110,7 @@ class CMDDATA_API CGetDatMonSignalInfoListSnd : public CCmdBase {
 /// Every item description with the groups they are shown in.
 class CMDDATA_API CGetDatMonSignalInfoListRcv : public CCmdBase {
     CMDDATA_FIELDS(CGetDatMonSignalInfoListRcv)
-  public:
+public:
     CGetDatMonSignalInfoListRcv() : CCmdBase(cmddata::cmd::GetDatMonSignalInfoList) {}
     CCmdList<CCmdDatMonInfoData> items;
     CCmdList<CCmdGroupData> groups;
@@ -119,7 +119,7 @@ class CMDDATA_API CGetDatMonSignalInfoListRcv : public CCmdBase {
 /// Asks for the frame the monitor sends to the ECU for one request.
 class CMDDATA_API CGetDatMonSndFrameSnd : public CCmdBase {
     CMDDATA_FIELDS(CGetDatMonSndFrameSnd)
-  public:
+public:
     CGetDatMonSndFrameSnd() : CCmdBase(cmddata::cmd::GetDatMonSndFrame) {}
     std::uint32_t requestId = 0;
 };
@@ -134,7 +134,7 @@ class CMDDATA_API CGetDatMonSndFrameRcv : public CCmdHeaderOnly {
 /// version does not travel, so both sides construct the message with the same one.
 class CMDDATA_API CGetDatMonValueSnd : public CCmdBase {
     CMDDATA_FIELDS(CGetDatMonValueSnd)
-  public:
+public:
     explicit CGetDatMonValueSnd(
         std::uint16_t version = cmddata::SndVersion(cmddata::cmd::GetDatMonValue))
         : CCmdBase(cmddata::cmd::GetDatMonValue, version, 0) {}
@@ -146,7 +146,7 @@ class CMDDATA_API CGetDatMonValueSnd : public CCmdBase {
 /// The sampled values.
 class CMDDATA_API CGetDatMonValueRcv : public CCmdBase {
     CMDDATA_FIELDS(CGetDatMonValueRcv)
-  public:
+public:
     CGetDatMonValueRcv() : CCmdBase(cmddata::cmd::GetDatMonValue) {}
     CCmdList<CCmdDatMonValue> values;
 };
@@ -162,7 +162,7 @@ class CMDDATA_API CGetStandardValueInfoSnd : public CCmdWordIdListMessage {
 /// The standard values of the asked items (the version does not travel).
 class CMDDATA_API CGetStandardValueInfoRcv : public CCmdBase {
     CMDDATA_FIELDS(CGetStandardValueInfoRcv)
-  public:
+public:
     explicit CGetStandardValueInfoRcv(
         std::uint16_t version = cmddata::RcvVersion(cmddata::cmd::GetStandardValueInfo))
         : CCmdBase(cmddata::cmd::GetStandardValueInfo, version, 0) {}

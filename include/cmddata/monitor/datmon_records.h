@@ -16,7 +16,7 @@
 /// give them.
 class CMDDATA_API CCmdDatMonData : public CCmdCore {
     CMDDATA_FIELDS(CCmdDatMonData)
-  public:
+public:
     CCmdDatMonData() = default;
     std::uint16_t itemId = 0;
     CCmdString name;
@@ -38,7 +38,7 @@ class CMDDATA_API CCmdDatMonInfoData : public CCmdDatMonData {
 /// The full description of one monitor signal: texts, where its raw bits lie, and its table.
 class CMDDATA_API CCmdDatMonSignalInfo : public CCmdCore {
     CMDDATA_FIELDS(CCmdDatMonSignalInfo)
-  public:
+public:
     CCmdDatMonSignalInfo() = default;
     std::uint16_t signalId = 0;
     CCmdString name;
@@ -58,7 +58,7 @@ class CMDDATA_API CCmdDatMonSignalInfo : public CCmdCore {
 /// The status word is declared after the sample but travels before it.
 class CMDDATA_API CCmdDatMonValue : public CCmdCore {
     CMDDATA_FIELDS(CCmdDatMonValue)
-  public:
+public:
     CCmdDatMonValue() = default;
     std::uint32_t itemId = 0;
     CCmdBuffer sample;
@@ -68,7 +68,7 @@ class CMDDATA_API CCmdDatMonValue : public CCmdCore {
 /// A standard (reference) range of one item: item identifier, lower and upper value.
 class CMDDATA_API CCmdStandardValueInfo : public CCmdCore {
     CMDDATA_FIELDS(CCmdStandardValueInfo)
-  public:
+public:
     explicit CCmdStandardValueInfo(std::uint16_t version = 1) : CCmdCore(version, 0) {}
     std::uint16_t itemId = 0;
     std::uint32_t lowerValue = 0;
@@ -78,7 +78,7 @@ class CMDDATA_API CCmdStandardValueInfo : public CCmdCore {
 /// A standard value triple: the reference value and the lower and upper limit around it.
 class CMDDATA_API CCmdDatMonStdValue : public CCmdCore {
     CMDDATA_FIELDS(CCmdDatMonStdValue)
-  public:
+public:
     CCmdDatMonStdValue() = default;
     std::uint32_t standardValue = 0;
     std::uint32_t lowerLimit = 0;
@@ -89,7 +89,7 @@ class CMDDATA_API CCmdDatMonStdValue : public CCmdCore {
 /// it so; a prefix would put the stream out of step).
 class CMDDATA_API CCmdStdValue : public CCmdCore {
     CMDDATA_FIELDS(CCmdStdValue)
-  public:
+public:
     CCmdStdValue() = default;
     std::uint32_t lowerValue = 0;
     std::uint32_t upperValue = 0;
@@ -98,7 +98,7 @@ class CMDDATA_API CCmdStdValue : public CCmdCore {
 /// A numbered name: 16-bit item identifier and its name.
 class CMDDATA_API CCmdItemName : public CCmdCore {
     CMDDATA_FIELDS(CCmdItemName)
-  public:
+public:
     CCmdItemName() = default;
     std::uint16_t itemId = 0;
     CCmdString name;
@@ -107,7 +107,7 @@ class CMDDATA_API CCmdItemName : public CCmdCore {
 /// A numbered name with a 32-bit item identifier.
 class CMDDATA_API CCmdItemNameDw : public CCmdCore {
     CMDDATA_FIELDS(CCmdItemNameDw)
-  public:
+public:
     CCmdItemNameDw() = default;
     std::uint32_t itemId = 0;
     CCmdString name;
@@ -116,7 +116,7 @@ class CMDDATA_API CCmdItemNameDw : public CCmdCore {
 /// A group of monitor items: the group's name and the identifiers of its members.
 class CMDDATA_API CCmdGroupData : public CCmdCore {
     CMDDATA_FIELDS(CCmdGroupData)
-  public:
+public:
     CCmdGroupData() = default;
     CCmdString groupName;
     CCmdList<CCmdWordId> itemIds;
@@ -125,7 +125,7 @@ class CMDDATA_API CCmdGroupData : public CCmdCore {
 /// An item to be shown highlighted, and how.
 class CMDDATA_API CCmdHighlightSignal : public CCmdCore {
     CMDDATA_FIELDS(CCmdHighlightSignal)
-  public:
+public:
     explicit CCmdHighlightSignal(std::uint16_t version = 1) : CCmdCore(version, 0) {}
     std::uint16_t itemId = 0;
     std::uint8_t highlightMode = 0;
@@ -136,7 +136,7 @@ class CMDDATA_API CCmdHighlightSignal : public CCmdCore {
 /// three tests are independent (2 / 16 / 20 / 36 bytes after the name for versions 1 to 4).
 class CMDDATA_API CCmdLinkName : public CCmdCore {
     CMDDATA_FIELDS(CCmdLinkName)
-  public:
+public:
     explicit CCmdLinkName(std::uint16_t version = 4) : CCmdCore(version, 0) {}
     CCmdString linkName;
     std::uint16_t linkKind = 0;

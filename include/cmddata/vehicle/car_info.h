@@ -13,7 +13,7 @@
 /// year, others passed through) and its 16-bit text.
 class CMDDATA_API CCmdCarInfo : public CCmdCore {
     CMDDATA_FIELDS(CCmdCarInfo)
-  public:
+public:
     CCmdCarInfo() = default;
     std::uint16_t itemId = 0;
     CCmdString text;
@@ -23,7 +23,7 @@ class CMDDATA_API CCmdCarInfo : public CCmdCore {
 /// Same shape as CCmdCarInfo, with the id list where the text stands.
 class CMDDATA_API CCmdCarIdInf : public CCmdCore {
     CMDDATA_FIELDS(CCmdCarIdInf)
-  public:
+public:
     CCmdCarIdInf() = default;
     std::uint16_t itemId = 0;
     CCmdList<CCmdWordId> ids;
@@ -69,7 +69,7 @@ struct HasCarInfo<T, std::void_t<decltype(std::declval<const T&>().carInfo)>>
 /// `CCmdList<CCmdCarInfo> carInfo`. Holds nothing; derive as `public CCmdCarInfoAccess<Self>`.
 template <class Derived>
 class CCmdCarInfoAccess {
-  public:
+public:
     cmddata::Result Get(const std::uint16_t** text, std::uint32_t itemId) const {
         return cmddata::GetCarInfoText(Items(), text, itemId);
     }
@@ -83,13 +83,13 @@ class CCmdCarInfoAccess {
         return cmddata::GetModelYear(Items(), year);
     }
 
-  protected:
+protected:
     CCmdCarInfoAccess() = default;
     CCmdCarInfoAccess(const CCmdCarInfoAccess&) = default;
     CCmdCarInfoAccess& operator=(const CCmdCarInfoAccess&) = default;
     ~CCmdCarInfoAccess() = default;
 
-  private:
+private:
     const CCmdList<CCmdCarInfo>& Items() const {
         static_assert(
             cmddata::detail::HasCarInfo<Derived>::value,

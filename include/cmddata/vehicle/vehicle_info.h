@@ -19,7 +19,7 @@ class CMDDATA_API CGetCarInfoSnd : public CCmdWordIdListMessage {
 /// The vehicle information items found, in the vehicle side's order, with their accessors.
 class CMDDATA_API CGetCarInfoRcv : public CCmdBase, public CCmdCarInfoAccess<CGetCarInfoRcv> {
     CMDDATA_FIELDS(CGetCarInfoRcv)
-  public:
+public:
     CGetCarInfoRcv() : CCmdBase(cmddata::cmd::GetCarInfo) {}
     CCmdList<CCmdCarInfo> carInfo;
 };
@@ -34,7 +34,7 @@ class CMDDATA_API CGetVINSnd : public CCmdHeaderOnly {
 /// The vehicle identification number.
 class CMDDATA_API CGetVINRcv : public CCmdBase {
     CMDDATA_FIELDS(CGetVINRcv)
-  public:
+public:
     explicit CGetVINRcv(std::uint16_t version = cmddata::RcvVersion(cmddata::cmd::GetVIN))
         : CCmdBase(cmddata::cmd::GetVIN, version, 0) {}
     CCmdString vin;
@@ -51,7 +51,7 @@ class CMDDATA_API CGetCIDSnd : public CCmdHeaderOnly {
 /// vehicle reported (the two words' values belong to the two processes).
 class CMDDATA_API CGetCIDRcv : public CCmdBase {
     CMDDATA_FIELDS(CGetCIDRcv)
-  public:
+public:
     explicit CGetCIDRcv(std::uint16_t version = cmddata::RcvVersion(cmddata::cmd::GetCID))
         : CCmdBase(cmddata::cmd::GetCID, version, 0) {}
     CCmdList<CCmdString> calibrationIds;
@@ -69,7 +69,7 @@ class CMDDATA_API CGetCVNSnd : public CCmdHeaderOnly {
 /// The calibration verification numbers.
 class CMDDATA_API CGetCVNRcv : public CCmdBase {
     CMDDATA_FIELDS(CGetCVNRcv)
-  public:
+public:
     explicit CGetCVNRcv(std::uint16_t version = cmddata::RcvVersion(cmddata::cmd::GetCVN))
         : CCmdBase(cmddata::cmd::GetCVN, version, 0) {}
     CCmdList<CCmdString> verificationNumbers;
@@ -86,7 +86,7 @@ class CMDDATA_API CGetFrmCarInfoVinSnd : public CCmdHeaderOnly {
 /// frame commands use), then the outcome and its detail word.
 class CMDDATA_API CGetFrmCarInfoVinRcv : public CCmdBase {
     CMDDATA_FIELDS(CGetFrmCarInfoVinRcv)
-  public:
+public:
     CGetFrmCarInfoVinRcv() : CCmdBase(cmddata::cmd::GetFrmCarInfoVin) {}
     std::uint32_t ecuId = 0;
     std::uint8_t frameKind = 0;
@@ -105,7 +105,7 @@ class CMDDATA_API CGetCarIdOptListSnd : public CCmdHeaderOnly {
 /// The car-identification option list.
 class CMDDATA_API CGetCarIdOptListRcv : public CCmdBase {
     CMDDATA_FIELDS(CGetCarIdOptListRcv)
-  public:
+public:
     CGetCarIdOptListRcv() : CCmdBase(cmddata::cmd::GetCarIdOptList) {}
     CCmdList<CCmdCarIdInf> options;
 };
@@ -114,7 +114,7 @@ class CMDDATA_API CGetCarIdOptListRcv : public CCmdBase {
 /// the vehicle information items that describe the vehicle.
 class CMDDATA_API CGetVehicleSupportInfoSnd : public CCmdBase {
     CMDDATA_FIELDS(CGetVehicleSupportInfoSnd)
-  public:
+public:
     CGetVehicleSupportInfoSnd() : CCmdBase(cmddata::cmd::GetVehicleSupportInfo) {}
     std::uint32_t flag = 0;  // only the low byte travels
     CCmdList<CCmdCarInfo> requests;
@@ -123,7 +123,7 @@ class CMDDATA_API CGetVehicleSupportInfoSnd : public CCmdBase {
 /// What the vehicle supports: per support item id, the list of supported ids.
 class CMDDATA_API CGetVehicleSupportInfoRcv : public CCmdBase {
     CMDDATA_FIELDS(CGetVehicleSupportInfoRcv)
-  public:
+public:
     CGetVehicleSupportInfoRcv() : CCmdBase(cmddata::cmd::GetVehicleSupportInfo) {}
     CCmdList<CCmdCarIdInf> answers;
 };
