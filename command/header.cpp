@@ -10,6 +10,12 @@ CCmdBase::CCmdBase(std::uint32_t commandId, std::uint16_t version, std::uint16_t
     : CCmdCore(version, reserved), CCmdHeaderWords(commandId) {}
 CCmdBase::~CCmdBase() = default;
 
+CCmdBase& CCmdBase::operator=(const CCmdBase& source) {
+    CCmdCore::operator=(source);
+    CCmdHeaderWords::operator=(source);
+    return *this;
+}
+
 void CCmdBase::RemoveAll() { ClearStatus(); }
 
 void CCmdBase::Read(CCmdReader& reader) {

@@ -1,6 +1,9 @@
 // The describe processor: walks, decodes or measures a field list and reports to a visitor.
 #include "cmddata/core/describe.h"
 
+#include <cstdio>
+#include <cstring>
+
 #include "cmddata/core/buffer.h"
 #include "procs.h"
 #include "transfer.h"
@@ -49,6 +52,21 @@ DescribeProc::DescribeProc(FieldVisitor* visitor) : DescribeProc(visitor, nullpt
 DescribeProc::DescribeProc(FieldVisitor* visitor, CCmdReader& source)
     : DescribeProc(visitor, &source, Mode::kDecode) {}
 DescribeProc DescribeProc::Minimal() { return DescribeProc(nullptr, nullptr, Mode::kMinimal); }
+DescribeProc DescribeProc::Filler(std::uint32_t seed) {
+    DescribeProc proc(nullptr, nullptr, Mode::kFill);
+    proc.seed_ = seed;
+    return proc;
+}
+DescribeProc DescribeProc::Probe() { return DescribeProc(nullptr, nullptr, Mode::kProbe); }
+
+// 0x0101.., 0x0202.., ...: every byte the same and never 0, so a field read from the wrong
+// place or with the wrong width shows.
+std::uint64_t DescribeProc::NextFill() {
+    std::uint64_t x = seed_++ % 250 + 1;
+    x |= x << 8;
+    x |= x << 16;
+    return x | x << 32;
+}
 
 FieldInfo DescribeProc::Info(const char* name, WireType type, std::uint32_t size) {
     FieldInfo info{name, type, offset_, size, nextIndex_};
@@ -75,6 +93,9 @@ void DescribeProc::Fixed(const char* name, WireType type, void* value, std::uint
     if (mode_ == Mode::kDecode) {
         source_->Read(value, static_cast<std::int32_t>(width));
         if (!CheckRead(info, "field")) return;
+    } else if (mode_ == Mode::kFill) {
+        const std::uint64_t fill = NextFill();
+        std::memcpy(value, &fill, width);  // little-endian: the low bytes
     }
     offset_ += width;
     if (visitor_ == nullptr) return;
@@ -87,20 +108,32 @@ void DescribeProc::Prefix(CCmdCore& self) {
     if (failed_) return;
     if (mode_ == Mode::kMinimal) detail::Access::Version(self) = 0;
     if (mode_ == Mode::kDecode) {
-        // The version rule needs the sender's word and ours side by side: read as the core does.
+        // The reader's own prefix routine, version rule included; the sender's word is reported.
         const FieldInfo info = Info("version", WireType::kU16, 2);
-        std::uint16_t sender = 0;
-        source_->Read(&sender, 2);
+        detail::ViaReader x{*source_};
+        const std::uint16_t sender = detail::ReadPrefix(self, x);
         if (!CheckRead(info, "version prefix")) return;
-        std::uint16_t& own = detail::Access::Version(self);
-        own = own < sender ? 0 : sender;
-        offset_ += 2;
-        if (visitor_ != nullptr) visitor_->Scalar(info, sender);
-        Fixed("reserved", WireType::kU16, &detail::Access::Reserved(self), 2);
+        offset_ += 4;
+        if (visitor_ == nullptr) return;
+        visitor_->Scalar(info, sender);
+        FieldInfo reserved = info;
+        reserved.name = "reserved";
+        reserved.offset += 2;
+        visitor_->Scalar(reserved, self.GetReserved());
+        return;
+    }
+    if (mode_ == Mode::kFill) {  // both words stay: the version chooses the layout filled
+        offset_ += 4;
         return;
     }
     Fixed("version", WireType::kU16, &detail::Access::Version(self), 2);
     Fixed("reserved", WireType::kU16, &detail::Access::Reserved(self), 2);
+}
+
+void DescribeProc::Ident(const char* name, std::uint32_t& v) {
+    if (mode_ != Mode::kFill) return U32(name, v);
+    std::uint32_t kept = v;
+    U32(name, kept);
 }
 
 void DescribeProc::U8(const char* name, std::uint8_t& v) { Fixed(name, WireType::kU8, &v, 1); }
@@ -128,6 +161,13 @@ void DescribeProc::TextBody(const char* name, CCmdString& text) {
         if (!CheckRead(info, "string")) return;
     } else {
         if (mode_ == Mode::kMinimal) text.Initial();
+        if (mode_ == Mode::kFill) {
+            char narrow[16];
+            std::snprintf(narrow, sizeof narrow, "t%u", static_cast<unsigned>(seed_++));
+            std::uint16_t wide[16] = {};
+            for (int i = 0; narrow[i] != 0; ++i) wide[i] = static_cast<unsigned char>(narrow[i]);
+            text = wide;
+        }
         info.size = 6 + text.GetSize();
         offset_ += info.size;
     }
@@ -145,6 +185,10 @@ void DescribeProc::BufferBody(const char* name, CCmdBuffer& buffer) {
         if (!CheckRead(info, "buffer")) return;
     } else {
         if (mode_ == Mode::kMinimal) buffer.RemoveAll();
+        if (mode_ == Mode::kFill) {
+            const unsigned char bytes[3] = {static_cast<unsigned char>(NextFill()), 0xB2, 0xC3};
+            buffer.SetAt(bytes, 3);
+        }
         info.size = 8 + (buffer.GetAt() != nullptr ? buffer.GetSize() : 0);
         offset_ += info.size;
     }
@@ -166,10 +210,39 @@ void DescribeProc::EndRecord(FieldInfo* info) {
     if (visitor_ != nullptr) visitor_->EndRecord(*info);
 }
 
+namespace {
+// A writer that counts what would be written and touches no memory. Being a class of its own,
+// the processors reach it through its virtual raw transfer.
+class CountingWriter : public CCmdWriter {
+public:
+    using CCmdWriter::Write;
+    Result Write(const void* source, std::int32_t count) override {
+        if (source == nullptr || count < 1) return result::kBadArgument;
+        total_ += static_cast<std::uint32_t>(count);
+        return result::kOk;
+    }
+    std::uint32_t Total() const { return total_; }
+
+private:
+    std::uint32_t total_ = 0;
+};
+}  // namespace
+
 std::uint32_t WireSize(CCmdCore& object) {
-    DescribeProc proc(nullptr);
+    CountingWriter counter;
+    object.Write(counter);
+    return counter.Total();
+}
+
+void Fill(CCmdCore& object, std::uint32_t seed) {
+    DescribeProc proc = DescribeProc::Filler(seed);
     object.Describe(proc);
-    return proc.Offset();
+}
+
+std::uint16_t HighestVersionTested(CCmdCore& object) {
+    DescribeProc proc = DescribeProc::Probe();
+    object.Describe(proc);
+    return proc.Highest();
 }
 
 void Describe(CCmdCore& object, FieldVisitor& visitor) {

@@ -54,13 +54,15 @@ struct DirectWriter {
 };
 
 // The version prefix: a sender version above ours makes ours 0.
+// Returns the sender's word, for the describer to report.
 template <class X>
-void ReadPrefix(CCmdCore& self, X& x) {
+std::uint16_t ReadPrefix(CCmdCore& self, X& x) {
     std::uint16_t sender = 0;  // stays 0 when the transfer moves nothing
     x.template Fixed<2>(&sender);
     x.template Fixed<2>(&Access::Reserved(self));
     std::uint16_t& own = Access::Version(self);
     own = own < sender ? 0 : sender;
+    return sender;
 }
 template <class X>
 void WritePrefix(CCmdCore& self, X& x) {
@@ -140,6 +142,8 @@ public:
     explicit ReadProc(CCmdReader& reader)
         : r_(reader), direct_(detail::IsExactly<CCmdReader>(reader)) {}
     static constexpr bool Reading() { return true; }
+    /// The version test of a field list: fields from version v on.
+    static bool Since(const CCmdCore& self, std::uint16_t v) { return self.GetVersion() >= v; }
 
     void Prefix(CCmdCore& self) {
         With([&](auto& x) { detail::ReadPrefix(self, x); });
@@ -164,7 +168,11 @@ public:
     }
     template <class T>
     void Record(const char*, T& o) {
-        o.T::Visit(*this);
+#ifdef CMDDATA_BUILDING
+        CmdDataFields(*this, o);
+#else
+        o.T::Read(r_);  // a field list outside the library: through the exported operation
+#endif
     }
     void Record(const char* n, CCmdString& s) { String(n, s); }
     void Record(const char* n, CCmdBuffer& b) { Buffer(n, b); }
@@ -208,6 +216,7 @@ public:
     explicit WriteProc(CCmdWriter& writer)
         : w_(writer), direct_(detail::IsExactly<CCmdWriter>(writer)) {}
     static constexpr bool Reading() { return false; }
+    static bool Since(const CCmdCore& self, std::uint16_t v) { return self.GetVersion() >= v; }
 
     void Prefix(CCmdCore& self) {
         With([&](auto& x) { detail::WritePrefix(self, x); });
@@ -231,7 +240,11 @@ public:
     }
     template <class T>
     void Record(const char*, T& o) {
-        o.T::Visit(*this);
+#ifdef CMDDATA_BUILDING
+        CmdDataFields(*this, o);
+#else
+        o.T::Write(w_);
+#endif
     }
     void Record(const char* n, CCmdString& s) { String(n, s); }
     void Record(const char* n, CCmdBuffer& b) { Buffer(n, b); }
@@ -270,6 +283,8 @@ private:
 class ResetProc {
 public:
     static constexpr bool Reading() { return false; }
+    /// Every field is emptied, whatever the object's version.
+    static constexpr bool Since(const CCmdCore&, std::uint16_t) { return true; }
     void Prefix(CCmdCore&) {}
     template <class V>
     void U8(const char*, V& v) {
@@ -312,21 +327,20 @@ public:
 
 /// Defines Read, Write, RemoveAll, Describe and the processor entry points of Class from its
 /// one field list. Put it after the definition of Class::Fields.
-#define CMDDATA_DEFINE_FIELDS(Class)                              \
-    void Class::Read(CCmdReader& reader) {                        \
-        cmddata::ReadProc p(reader);                              \
-        Fields(p);                                                \
-    }                                                             \
-    void Class::Write(CCmdWriter& writer) {                       \
-        cmddata::WriteProc p(writer);                             \
-        Fields(p);                                                \
-    }                                                             \
-    void Class::RemoveAll() {                                     \
-        CmdDataResetHeader(this);                                 \
-        cmddata::ResetProc p;                                     \
-        Fields(p);                                                \
-    }                                                             \
-    void Class::Describe(cmddata::DescribeProc& p) { Fields(p); } \
-    void Class::Visit(cmddata::ReadProc& p) { Fields(p); }        \
-    void Class::Visit(cmddata::WriteProc& p) { Fields(p); }       \
-    void Class::Visit(cmddata::ResetProc& p) { Fields(p); }
+#define CMDDATA_DEFINE_FIELDS(Class)                                    \
+    void Class::Read(CCmdReader& reader) {                              \
+        cmddata::ReadProc p(reader);                                    \
+        Fields(p);                                                      \
+    }                                                                   \
+    void Class::Write(CCmdWriter& writer) {                             \
+        cmddata::WriteProc p(writer);                                   \
+        Fields(p);                                                      \
+    }                                                                   \
+    void Class::RemoveAll() {                                           \
+        CmdDataResetHeader(this);                                       \
+        cmddata::ResetProc p;                                           \
+        Fields(p);                                                      \
+    }                                                                   \
+    void Class::Describe(cmddata::DescribeProc& p) { Fields(p); }       \
+    void CmdDataFields(cmddata::ReadProc& p, Class& o) { o.Fields(p); } \
+    void CmdDataFields(cmddata::WriteProc& p, Class& o) { o.Fields(p); }

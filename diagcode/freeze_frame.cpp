@@ -6,10 +6,6 @@
 #include "../core/procs.h"
 
 namespace {
-// RemoveAll empties every member, also those the object's version leaves off the wire.
-template <class P>
-constexpr bool kEmptying = std::is_same_v<P, cmddata::ResetProc>;
-
 // The one look-up of both freeze-frame records: every item whose identifier is id is converted,
 // and the last one wins (deliberately, the walk never stops early).
 template <class Items>
@@ -243,7 +239,7 @@ void CIsAbsFrzFrmDatRcv::Fields(P& p) {
     p.U32("diag_code", diagCode);
     p.U8("is_absolute", isAbsolute);
     p.String("name", name);
-    if (GetVersion() >= 2 || kEmptying<P>) p.List("frames", frames);
+    if (p.Since(*this, 2)) p.List("frames", frames);
 }
 CMDDATA_DEFINE_FIELDS(CIsAbsFrzFrmDatRcv)
 

@@ -47,9 +47,9 @@ struct Exercise {
     const std::uint8_t* data;
     std::size_t size;
 
-    template <class T>
-    void operator()(const char* type) const {
-        auto object = cmddata_fuzz::Make<T>();
+    template <class Make>
+    void operator()(const char* type, Make make) const {
+        std::unique_ptr<CCmdCore> object(make());
         if (!object) return;
 
         Block input(size);
@@ -62,7 +62,7 @@ struct Exercise {
         // What was read, whole or in part, must write as measured and read back to itself.
         std::unique_ptr<Block> first = WriteExact(*object, type);
         cmddata::Describe(*object, Silent());
-        auto again = cmddata_fuzz::Make<T>();
+        std::unique_ptr<CCmdCore> again(make());
         CCmdReader back;
         back.AttachView(first->bytes.get(), first->size);
         back.Read(again.get());
@@ -82,7 +82,7 @@ struct Exercise {
         }
 
         // Decoding while describing, over the same input, on a fresh object.
-        auto described = cmddata_fuzz::Make<T>();
+        std::unique_ptr<CCmdCore> described(make());
         CCmdReader decode;
         decode.AttachView(input.bytes.get(), input.size);
         cmddata::DecodeAndDescribe(*described, decode, Silent());

@@ -1,7 +1,8 @@
 // Writes a seed corpus for the fuzz target into the directory named on the command line: a few
-// filled containers and the written form of a fresh object of every class.
+// filled containers, and the written form of every class, fresh and filled.
 #include <cctype>
 #include <cstdio>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -35,15 +36,15 @@ std::string FileName(const char* type) {
     return name;
 }
 
-struct SaveFresh {
+struct SaveFreshAndFilled {
     std::string dir;
-    template <class T>
-    void operator()(const char* type) const {
-        auto object = cmddata_fuzz::Make<T>();
-        if (object)
-            Save(dir, "fresh_" + FileName(type), *object);
-        else
-            std::printf("make_seeds: %s has no constructor the fuzz target can call\n", type);
+    template <class Make>
+    void operator()(const char* type, Make make) const {
+        std::unique_ptr<CCmdCore> object(make());
+        if (!object) return;
+        Save(dir, "fresh_" + FileName(type), *object);
+        cmddata::Fill(*object);
+        Save(dir, "filled_" + FileName(type), *object);
     }
 };
 
@@ -86,7 +87,7 @@ int main(int argc, char** argv) {
     for (std::uint8_t b : {0x01, 0x7f, 0x80, 0xff}) bytes.bytes.GetAt(bytes.bytes.AddTail()) = b;
     Save(dir, "byte_list", bytes);
 
-    cmddata_fuzz::ForEachClass(SaveFresh{dir});
+    cmddata_fuzz::ForEachClass(SaveFreshAndFilled{dir});
     std::printf("make_seeds: %d seeds in %s\n", written, dir.c_str());
     return written > 0 ? 0 : 1;
 }

@@ -7,12 +7,6 @@
 
 #include "../core/procs.h"
 
-namespace {
-// RemoveAll empties every member, also those the object's version leaves off the wire.
-template <class P>
-constexpr bool kEmptying = std::is_same_v<P, cmddata::ResetProc>;
-}  // namespace
-
 template <class P>
 void CCmdDispInfo::Fields(P& p) {
     p.Prefix(*this);
@@ -20,7 +14,7 @@ void CCmdDispInfo::Fields(P& p) {
     p.String("display_text", displayText);
     p.U32("match_value", matchValue);
     p.U32("match_upper", matchUpper);
-    if (GetVersion() >= 2 || kEmptying<P>) p.U8("highlight", highlight);
+    if (p.Since(*this, 2)) p.U8("highlight", highlight);
 }
 CMDDATA_DEFINE_FIELDS(CCmdDispInfo)
 

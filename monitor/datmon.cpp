@@ -5,12 +5,6 @@
 
 #include "../core/procs.h"
 
-namespace {
-// RemoveAll empties every member, also those the message's version leaves off the wire.
-template <class P>
-constexpr bool kEmptying = std::is_same_v<P, cmddata::ResetProc>;
-}  // namespace
-
 template <class P>
 void CGetDatMonListRcv::Fields(P& p) {
     Header(p);
@@ -53,7 +47,7 @@ template <class P>
 void CGetDatMonValueSnd::Fields(P& p) {
     Header(p);
     p.U32("request_id", requestId);
-    if (GetVersion() >= 2 || kEmptying<P>) {
+    if (p.Since(*this, 2)) {
         p.U16("item_id", itemId);
         p.U32("sample_count", sampleCount);
     }

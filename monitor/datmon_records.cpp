@@ -6,12 +6,6 @@
 #include "../core/procs.h"
 
 namespace {
-// RemoveAll empties every member, also those the object's version leaves off the wire.
-template <class P>
-constexpr bool kEmptying = std::is_same_v<P, cmddata::ResetProc>;
-}  // namespace
-
-namespace {
 const char* const kAttributeNames[5] = {"attribute_1", "attribute_2", "attribute_3", "attribute_4",
                                         "attribute_5"};
 const char* const kOptionNames[4] = {"option_1", "option_2", "option_3", "option_4"};
@@ -120,15 +114,15 @@ void CCmdLinkName::Fields(P& p) {
     p.Prefix(*this);
     p.String("link_name", linkName);
     p.U16("link_kind", linkKind);
-    if (GetVersion() >= 2 || kEmptying<P>) {
+    if (p.Since(*this, 2)) {
         p.U16("target_ecu_id", targetEcuId);
         p.U16("target_item_id", targetItemId);
         p.U32("target_address", targetAddress);
         p.U16("target_kind", targetKind);
         p.U32("target_flags", targetFlags);
     }
-    if (GetVersion() >= 3 || kEmptying<P>) p.U32("display_order", displayOrder);
-    if (GetVersion() >= 4 || kEmptying<P>)
+    if (p.Since(*this, 3)) p.U32("display_order", displayOrder);
+    if (p.Since(*this, 4))
         for (int i = 0; i < 4; ++i) p.U32(kOptionNames[i], options[i]);
 }
 CMDDATA_DEFINE_FIELDS(CCmdLinkName)

@@ -119,21 +119,20 @@ TEST(Catalogue, NamesAreUniqueAndFindCommandFindsEach) {
 TEST(Catalogue, VersionRulesAndDefaults) {
     using cmddata::DefaultVersion;
     EXPECT_EQ(Named("StartMultiMonDesMode").sendVersion, VersionRule::kFixed2);
-    EXPECT_EQ(DefaultVersion(cmddata::cmd::StartMultiMonDesMode, Side::kSend), 2);
-    EXPECT_EQ(DefaultVersion(cmddata::cmd::StartMultiMonDesMode, Side::kReceive), 1);
+    EXPECT_EQ(DefaultVersion(Named("StartMultiMonDesMode"), Side::kSend), 2);
+    EXPECT_EQ(DefaultVersion(Named("StartMultiMonDesMode"), Side::kReceive), 1);
     EXPECT_EQ(Named("GetDatMonValue").sendVersion, VersionRule::kArg3);
-    EXPECT_EQ(DefaultVersion(cmddata::cmd::GetDatMonValue, Side::kSend), 3);
+    EXPECT_EQ(DefaultVersion(Named("GetDatMonValue"), Side::kSend), 3);
     EXPECT_EQ(Named("CreateDrsFile").sendVersion, VersionRule::kArg2);
     EXPECT_EQ(Named("CreateDrsFile").receiveVersion, VersionRule::kFixed1);
     EXPECT_EQ(Named("GetCanBusEcuConnect").sendVersion, VersionRule::kIgnored1);
     EXPECT_EQ(Named("GetCanBusEcuConnect").receiveVersion, VersionRule::kIgnored1);
-    EXPECT_EQ(DefaultVersion(cmddata::cmd::GetCanBusEcuConnect, Side::kSend), 1);
+    EXPECT_EQ(DefaultVersion(Named("GetCanBusEcuConnect"), Side::kSend), 1);
     EXPECT_EQ(Named("DmciCommDefineDynamicDataidSetup").sendVersion, VersionRule::kArg1);
     EXPECT_EQ(Named("DmciCommDefineDynamicDataidSetup").receiveVersion, VersionRule::kArg1);
-    EXPECT_EQ(DefaultVersion(cmddata::cmd::GetCID, Side::kReceive), 2);
-    EXPECT_EQ(cmddata::SndVersion(cmddata::cmd::GetCID), 1);
-    EXPECT_EQ(cmddata::RcvVersion(cmddata::cmd::GetCID), 2);
-    EXPECT_EQ(DefaultVersion(0xFFFF, Side::kSend), 1);  // unknown: 1
+    EXPECT_EQ(DefaultVersion(Named("GetCID"), Side::kReceive), 2);
+    EXPECT_EQ(cmddata::DefaultVersion(Named("GetCID"), Side::kSend), 1);
+    EXPECT_EQ(cmddata::DefaultVersion(Named("GetCID"), Side::kReceive), 2);
 }
 
 TEST(Catalogue, TwelveCommandsPutTheVersionPrefixBeforeTheirHeader) {
@@ -191,9 +190,9 @@ TEST(Catalogue, DerivedCommandsNameTheirLayout) {
         EXPECT_EQ(c->layoutOf, d.second) << c->name;
     }
     // A derived class is built with its base's default version, side by side.
-    EXPECT_EQ(cmddata::SndVersion(cmddata::cmd::GetUtilFuncListNoComm), 2);
-    EXPECT_EQ(cmddata::RcvVersion(cmddata::cmd::GetUtilFuncListNoComm), 1);
-    EXPECT_EQ(cmddata::SndVersion(cmddata::cmd::GetCustomListInfoNoComm), 1);
+    EXPECT_EQ(cmddata::DefaultVersion(Named("GetUtilFuncListNoComm"), Side::kSend), 2);
+    EXPECT_EQ(cmddata::DefaultVersion(Named("GetUtilFuncListNoComm"), Side::kReceive), 1);
+    EXPECT_EQ(cmddata::DefaultVersion(Named("GetCustomListInfoNoComm"), Side::kSend), 1);
 }
 
 TEST(Catalogue, CommandsOfUnknownPayloadAreFlagged) {

@@ -15,13 +15,20 @@ using testing_cmddata::Region;
 using testing_cmddata::WireHex;
 namespace result = cmddata::result;
 
+namespace hostile_records {
+class Part;
+class Assembly;
+}  // namespace hostile_records
+CMDDATA_UNLISTED(hostile_records::Part)
+CMDDATA_UNLISTED(hostile_records::Assembly)
+
 // Two nested records built with the library's field-list idiom (a named namespace: the
 // macro defines members that an anonymous one would flag as unused).
 namespace hostile_records {
 
 class Part : public CCmdCore {
-    CMDDATA_FIELDS(Part)
 public:
+    CMDDATA_FIELDS(Part)
     Part() = default;
     std::uint32_t id = 0;
     CCmdString name;
@@ -39,8 +46,8 @@ void Part::Fields(P& p) {
 CMDDATA_DEFINE_FIELDS(Part)
 
 class Assembly : public CCmdCore {
-    CMDDATA_FIELDS(Assembly)
 public:
+    CMDDATA_FIELDS(Assembly)
     Assembly() = default;
     std::uint16_t kind = 0;
     Part main;

@@ -10,6 +10,21 @@ using testing_cmddata::WireHex;
 
 // A named namespace: the test messages' unused processor entry points must stay external.
 namespace header_test {
+class PlainMessage;
+class VersionedMessage;
+class HeaderlessAnswer;
+class HeaderlessRequest;
+class EmptyRequest;
+class InfoRecord;
+}  // namespace header_test
+CMDDATA_UNLISTED(header_test::PlainMessage)
+CMDDATA_UNLISTED(header_test::VersionedMessage)
+CMDDATA_UNLISTED(header_test::HeaderlessAnswer)
+CMDDATA_UNLISTED(header_test::HeaderlessRequest)
+CMDDATA_UNLISTED(header_test::EmptyRequest)
+CMDDATA_UNLISTED(header_test::InfoRecord)
+
+namespace header_test {
 
 const std::string kZeroWords = "00000000000000000000000000000000";
 
@@ -29,8 +44,8 @@ void ExpectStatus(const CCmdHeaderWords& h, std::uint32_t w1, std::uint32_t w2, 
 
 /// Plain header, then a u16.
 class PlainMessage : public CCmdBase {
-    CMDDATA_FIELDS(PlainMessage)
 public:
+    CMDDATA_FIELDS(PlainMessage)
     PlainMessage() : CCmdBase(0x30) {}
     std::uint16_t value = 0;
 };
@@ -43,8 +58,8 @@ CMDDATA_DEFINE_FIELDS(PlainMessage)
 
 /// Version prefix, header, then a u32.
 class VersionedMessage : public CCmdBase {
-    CMDDATA_FIELDS(VersionedMessage)
 public:
+    CMDDATA_FIELDS(VersionedMessage)
     explicit VersionedMessage(std::uint16_t version = 1) : CCmdBase(0x31, version, 0) {}
     std::uint32_t value = 0;
 };
@@ -58,8 +73,8 @@ CMDDATA_DEFINE_FIELDS(VersionedMessage)
 
 /// No header: status word 3 alone, status word 2 derived from it while reading.
 class HeaderlessAnswer : public CCmdBase {
-    CMDDATA_FIELDS(HeaderlessAnswer)
 public:
+    CMDDATA_FIELDS(HeaderlessAnswer)
     HeaderlessAnswer() : CCmdBase(0x32) {}
     std::uint16_t value = 0;
 };
@@ -73,8 +88,8 @@ CMDDATA_DEFINE_FIELDS(HeaderlessAnswer)
 
 /// No header: status word 4 alone, then a byte.
 class HeaderlessRequest : public CCmdBase {
-    CMDDATA_FIELDS(HeaderlessRequest)
 public:
+    CMDDATA_FIELDS(HeaderlessRequest)
     HeaderlessRequest() : CCmdBase(0x33) {}
     std::uint8_t value = 0;
 };
@@ -87,8 +102,8 @@ CMDDATA_DEFINE_FIELDS(HeaderlessRequest)
 
 /// No header and no fields: zero bytes on the wire.
 class EmptyRequest : public CCmdBase {
-    CMDDATA_FIELDS(EmptyRequest)
 public:
+    CMDDATA_FIELDS(EmptyRequest)
     EmptyRequest() : CCmdBase(0x34) {}
 };
 template <class P>
@@ -97,8 +112,8 @@ CMDDATA_DEFINE_FIELDS(EmptyRequest)
 
 /// A record that keeps a header copy, with a payload of its own.
 class InfoRecord : public CCmdBaseInfo {
-    CMDDATA_FIELDS(InfoRecord)
 public:
+    CMDDATA_FIELDS(InfoRecord)
     InfoRecord() : CCmdBaseInfo(2, 0) {}
     CCmdList<CCmdWordId> ids;
 };

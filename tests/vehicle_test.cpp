@@ -4,7 +4,6 @@
 #include <string>
 
 #include "helpers.h"
-#include "roundtrip.h"
 
 using cmddata::result::kItemMissing;
 using cmddata::result::kNullOutput;
@@ -38,24 +37,6 @@ void AddFrame(CCmdList<CCmdByteDataList>& list, std::uint8_t first, int count) {
 }
 
 }  // namespace
-
-TEST_FILL(CCmdCarInfo, o.itemId, o.text)
-TEST_FILL(CCmdCarIdInf, o.itemId, o.ids)
-TEST_FILL(CGetCarInfoRcv, Words(o), o.carInfo)
-TEST_FILL(CGetVINRcv, Words(o), o.vin)
-TEST_FILL(CGetCIDRcv, Words(o), o.calibrationIds, o.ecuCount, o.reportedCount)
-TEST_FILL(CGetCVNRcv, Words(o), o.verificationNumbers)
-TEST_FILL(CGetFrmCarInfoVinRcv, Words(o), o.ecuId, o.frameKind, o.sentFrames, o.receivedFrames,
-          o.outcome, o.outcomeDetail)
-TEST_FILL(CGetCarIdOptListRcv, Words(o), o.options)
-TEST_FILL(CGetVehicleSupportInfoSnd, Words(o), o.flag, o.requests)
-TEST_FILL(CGetVehicleSupportInfoRcv, Words(o), o.answers)
-
-ROUND_TRIP_SUITE(VehicleRoundTrip, Case<CCmdCarInfo>, Case<CCmdCarIdInf>, Case<CGetCarInfoSnd>,
-                 Case<CGetCarInfoRcv>, Case<CGetVINSnd>, Case<CGetVINRcv>, Case<CGetCIDSnd>,
-                 Case<CGetCIDRcv>, Case<CGetCVNSnd>, Case<CGetCVNRcv>, Case<CGetFrmCarInfoVinSnd>,
-                 Case<CGetFrmCarInfoVinRcv>, Case<CGetCarIdOptListSnd>, Case<CGetCarIdOptListRcv>,
-                 Case<CGetVehicleSupportInfoSnd>, Case<CGetVehicleSupportInfoRcv>)
 
 TEST(VehicleRecords, CarInfoBytes) {
     CCmdCarInfo item;

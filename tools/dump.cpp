@@ -248,7 +248,7 @@ int RunDump(const std::vector<std::string>& args) {
             if (forced == nullptr && choice.command->FramingOf(side) != choice.framing) continue;
             const std::uint16_t version = versionGiven
                                               ? static_cast<std::uint16_t>(versionValue)
-                                              : cmddata::DefaultVersion(choice.command->id, side);
+                                              : cmddata::DefaultVersion(*choice.command, side);
             Decoded d;
             if (DecodeAs(bytes.data(), size, *choice.command, side, version, &d))
                 attempts.push_back(std::move(d));

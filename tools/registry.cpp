@@ -1,6 +1,5 @@
-// The registry: one entry per command and side, generated from the catalogue. A class counts as
-// built when its definition is visible here (through the umbrella header); the entries of classes
-// that are not yet written stay without a factory, so new families need no edit here.
+// The registry: one entry per command and side, from the catalogue and the library's class table
+// (itself expanded from the family class lists), so new families need no edit here.
 #include "registry.h"
 
 #include <new>
@@ -8,68 +7,37 @@
 
 #include "cmddata/cmddata.h"
 
-// Declares every message class name the catalogue implies; those that a family header defined
-// above stay complete, the others stay incomplete.
-#define CMDDATA_COMMAND(id, name, s, r, fs, fr, base, known) \
-    class C##name##Snd;                                      \
-    class C##name##Rcv;
-#include "cmddata/command/commands.def"
-#undef CMDDATA_COMMAND
-
 namespace cmdtool {
 
 namespace {
-
-template <class T, class = void>
-struct IsComplete : std::false_type {};
-template <class T>
-struct IsComplete<T, std::void_t<decltype(sizeof(T))>> : std::true_type {};
-
-template <class T>
-std::unique_ptr<CCmdCore> Make(std::uint16_t version) {
-    if constexpr (std::is_constructible_v<T, std::uint16_t>) {
-        return std::unique_ptr<CCmdCore>(new (std::nothrow) T(version));
-    } else {
-        (void)version;
-        return std::unique_ptr<CCmdCore>(new (std::nothrow) T());
-    }
-}
-
-template <class T>
-constexpr Factory FactoryOf() {
-    if constexpr (IsComplete<T>::value)
-        return &Make<T>;
-    else
-        return nullptr;
-}
-
-template <class T>
-constexpr bool TakesVersion() {
-    if constexpr (IsComplete<T>::value)
-        return std::is_constructible_v<T, std::uint16_t>;
-    else
-        return false;
-}
-
 using cmddata::kCommands;
 using cmddata::Side;
 
 // Same order as kCommands: entry 2i is the send side of command i, 2i + 1 its receive side.
-#define CMDDATA_COMMAND(id, name, s, r, fs, fr, base, known)                        \
-    {"C" #name "Snd", FactoryOf<::C##name##Snd>(), TakesVersion<::C##name##Snd>()}, \
-        {"C" #name "Rcv", FactoryOf<::C##name##Rcv>(), TakesVersion<::C##name##Rcv>()},
-const MessageClass kClasses[] = {
-#include "cmddata/command/commands.def"
+struct Registry {
+    MessageClass entries[2 * cmddata::kCommandCount];
+    Registry() {
+        for (std::size_t i = 0; i < cmddata::kCommandCount; ++i) {
+            int n = 0;
+            for (Side side : {Side::kSend, Side::kReceive}) {
+                const cmddata::ClassInfo* c = cmddata::FindMessageClass(kCommands[i], side);
+                MessageClass& e = entries[2 * i + n++];
+                e.className = c != nullptr ? c->name : nullptr;
+                e.info = c;
+                e.takesVersion = c != nullptr && c->takesVersion;
+            }
+        }
+    }
 };
-#undef CMDDATA_COMMAND
-static_assert(sizeof(kClasses) / sizeof(kClasses[0]) == 2 * cmddata::kCommandCount,
-              "the registry must hold both sides of every catalogue command");
-
+const Registry& TheRegistry() {
+    static const Registry registry;
+    return registry;
+}
 }  // namespace
 
 const MessageClass& ClassOf(const cmddata::CommandInfo& command, Side side) {
     const std::size_t index = static_cast<std::size_t>(&command - kCommands);
-    return kClasses[2 * index + (side == Side::kSend ? 0 : 1)];
+    return TheRegistry().entries[2 * index + (side == Side::kSend ? 0 : 1)];
 }
 
 std::size_t BuiltCommandCount() {
@@ -82,12 +50,12 @@ std::size_t BuiltCommandCount() {
 std::unique_ptr<CCmdCore> MakeMessage(const cmddata::CommandInfo& command, Side side,
                                       std::uint16_t version, bool* standIn) {
     const MessageClass& entry = ClassOf(command, side);
-    *standIn = entry.make == nullptr;
-    if (entry.make != nullptr) return entry.make(version);
+    *standIn = entry.info == nullptr;
+    if (entry.info != nullptr) return std::unique_ptr<CCmdCore>(entry.info->make(version));
     switch (command.FramingOf(side)) {
         case cmddata::Framing::kHeader:
             return std::unique_ptr<CCmdCore>(new (std::nothrow)
-                                                 CCmdHeaderOnly(command.id, version));
+                                                 CCmdHeaderOnly(command.id, version, 0));
         case cmddata::Framing::kVersionedHeader:
             return std::unique_ptr<CCmdCore>(new (std::nothrow)
                                                  CCmdBaseInfo(command.id, version, 0));

@@ -1,29 +1,27 @@
 // The tool's map from a catalogue command and a side to the class that carries it: its name and
-// a factory that builds it with a given version. Families join by landing their headers in the
-// umbrella header; registry.cpp picks up every C<Command>Snd/Rcv that is declared there.
+// a factory that builds it with a given version, from the library's class table.
 #pragma once
 
 #include <cstdint>
 #include <memory>
 
 #include "cmddata/command/catalogue.h"
+#include "cmddata/command/classes.h"
 #include "cmddata/core/core.h"
 
 namespace cmdtool {
 
-using Factory = std::unique_ptr<CCmdCore> (*)(std::uint16_t version);
-
 /// One side of one command.
 struct MessageClass {
-    const char* className;  // C<Command>Snd or C<Command>Rcv
-    Factory make;           // null while the class is not built
-    bool takesVersion;      // the constructor takes a version argument
+    const char* className;           // C<Command>Snd or C<Command>Rcv; null while not built
+    const cmddata::ClassInfo* info;  // the library's entry; null while not built
+    bool takesVersion;               // the constructor takes a version argument
 };
 
 /// The entry of a command's side (never null for a command of the catalogue).
 const MessageClass& ClassOf(const cmddata::CommandInfo& command, cmddata::Side side);
 inline bool IsBuilt(const cmddata::CommandInfo& command, cmddata::Side side) {
-    return ClassOf(command, side).make != nullptr;
+    return ClassOf(command, side).info != nullptr;
 }
 /// Number of commands whose two classes are both built.
 std::size_t BuiltCommandCount();

@@ -155,8 +155,8 @@ bool Play(Session& s) {
     {
         // A catalogue command whose payload is not defined: its message is the header alone,
         // and the simulated vehicle declines it.
-        CCmdHeaderOnly request(cmddata::cmd::GetVimInfo);
-        CCmdHeaderOnly answer(cmddata::cmd::GetVimInfo);
+        CCmdHeaderOnly request(cmddata::cmd::GetVimInfo, 1, 0);
+        CCmdHeaderOnly answer(cmddata::cmd::GetVimInfo, 1, 0);
         if (!s.Exchange(cmddata::cmd::GetVimInfo, request, answer)) return false;
     }
     return true;

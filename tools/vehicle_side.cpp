@@ -47,17 +47,16 @@ void Answer(cmddata::SharedRegion& region) {
         // Answer under the identifier we were given, so the requester can match it.
         std::uint32_t id = 0;
         std::memcpy(&id, region.data(), 4);
-        answer.reset(new CCmdHeaderOnly(id));
+        answer.reset(new CCmdHeaderOnly(id, 1, 0));
         result = outcome::kUnknownCommand;
     } else {
         bool standIn = false;
         std::unique_ptr<CCmdCore> request =
             MakeMessage(*command, cmddata::Side::kSend,
-                        cmddata::DefaultVersion(command->id, cmddata::Side::kSend), &standIn);
-        answer =
-            MakeMessage(*command, cmddata::Side::kReceive,
-                        cmddata::DefaultVersion(command->id, cmddata::Side::kReceive), &standIn);
-        if (!answer) answer.reset(new CCmdHeaderOnly(command->id));
+                        cmddata::DefaultVersion(*command, cmddata::Side::kSend), &standIn);
+        answer = MakeMessage(*command, cmddata::Side::kReceive,
+                             cmddata::DefaultVersion(*command, cmddata::Side::kReceive), &standIn);
+        if (!answer) answer.reset(new CCmdHeaderOnly(command->id, 1, 0));
         CCmdReader reader;
         reader.AttachView(region.data(), region.size());
         if (request) reader.Read(request.get());

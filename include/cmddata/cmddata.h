@@ -2,8 +2,10 @@
 #pragma once
 
 #include "cmddata/command/catalogue.h"
+#include "cmddata/command/classes.h"
 #include "cmddata/command/header.h"
 #include "cmddata/command/layouts.h"
+#include "cmddata/command/message.h"
 #include "cmddata/core/buffer.h"
 #include "cmddata/core/core.h"
 #include "cmddata/core/describe.h"

@@ -1,6 +1,7 @@
 // The command catalogue as data: identifiers by name, and a table for lookups both ways.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -57,6 +58,16 @@ enum : std::uint32_t {
 };
 }  // namespace cmd
 
+/// Positions in kCommands by command name: the key a message class names its command by (the
+/// identifier alone is not one: the three PC monitor commands share 0).
+namespace command {
+enum : std::size_t {
+#define CMDDATA_COMMAND(id, name, s, r, fs, fr, base, known) name,
+#include "cmddata/command/commands.def"
+#undef CMDDATA_COMMAND
+};
+}  // namespace command
+
 inline constexpr CommandInfo kCommands[] = {
 #define CMDDATA_COMMAND(id, name, s, r, fs, fr, base, known) \
     {id, #name, VersionRule::s, VersionRule::r, Framing::fs, Framing::fr, base, known},
@@ -78,21 +89,25 @@ constexpr const CommandInfo* FindCommand(std::string_view name) {
     return nullptr;
 }
 
-/// The version a side's constructor uses when given no argument.
-constexpr std::uint16_t DefaultVersion(std::uint32_t id, Side side) {
-    const CommandInfo* c = FindCommand(id);
-    if (c == nullptr) return 1;
-    switch (c->Rule(side)) {
+/// The version a rule gives a constructor called without an argument (kDerived: see below).
+constexpr std::uint16_t DefaultVersion(VersionRule rule) {
+    switch (rule) {
         case VersionRule::kFixed2:
         case VersionRule::kArg2:
             return 2;
         case VersionRule::kArg3:
             return 3;
-        case VersionRule::kDerived:
-            return c->layoutOf == id ? 1 : DefaultVersion(c->layoutOf, side);
         default:
             return 1;
     }
+}
+
+/// The version a side's constructor uses when given no argument; a derived command takes its
+/// base command's.
+constexpr std::uint16_t DefaultVersion(const CommandInfo& c, Side side) {
+    if (c.Rule(side) != VersionRule::kDerived) return DefaultVersion(c.Rule(side));
+    const CommandInfo* base = FindCommand(c.layoutOf);
+    return base == nullptr || base == &c ? 1 : DefaultVersion(*base, side);
 }
 
 }  // namespace cmddata

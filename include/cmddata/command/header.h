@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "cmddata/command/catalogue.h"
 #include "cmddata/core/core.h"
 #include "cmddata/core/fields.h"
 
@@ -45,7 +46,9 @@ public:
     explicit CCmdBase(std::uint32_t commandId);
     CCmdBase(std::uint32_t commandId, std::uint16_t version, std::uint16_t reserved);
     CCmdBase(const CCmdBase&) = default;
-    CCmdBase& operator=(const CCmdBase&) = default;
+    /// Copies version, reserved word, identifier, thread id and status words; the framing is
+    /// the class's own and stays.
+    CCmdBase& operator=(const CCmdBase& source);
     ~CCmdBase() override;
 
     /// Zeroes the status words; identifier, thread id, version and reserved word stay.
@@ -57,11 +60,18 @@ public:
     static const char* TypeName() { return "CCmdBase"; }
 
 protected:
-    /// The header's field list, for messages to open their own with.
+    /// Opens a message's field list with its framing: the 20-byte header; the version prefix,
+    /// then the header; or nothing (the headerless messages put their status words in their own
+    /// lists).
     template <class P>
     void Header(P& p) {
-        HeaderFields(p);
+        if (framing_ == cmddata::Framing::kVersionedHeader) p.Prefix(*this);
+        if (framing_ != cmddata::Framing::kNone) HeaderFields(p);
     }
+
+    /// The framing of the message's command and side, set by its message base from the
+    /// catalogue (a layout shared by commands of different framings is one implementation).
+    cmddata::Framing framing_ = cmddata::Framing::kHeader;
 };
 
 /// The same header words behind a version prefix (24 bytes); base of records that keep a copy

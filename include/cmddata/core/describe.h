@@ -55,18 +55,32 @@ public:
     virtual void Failure(const FieldInfo& field, Result code, const char* why);
 };
 
-/// Runs a field list for description. Three modes: walk an object as it would be written;
-/// decode it from a reader while reporting (stops at the first failed transfer); or measure
-/// the smallest wire form of a default object (every version prefix taken as version 0).
+/// Runs a field list for description. Its modes: walk an object as it would be written; decode
+/// it from a reader while reporting (stops at the first failed transfer); measure the smallest
+/// wire form of a default object (every version prefix taken as version 0); fill every field
+/// that travels at the object's version with deterministic content; or probe the highest version
+/// the list tests.
 class CMDDATA_API DescribeProc {
 public:
-    enum class Mode : std::uint8_t { kWalk, kDecode, kMinimal };
+    enum class Mode : std::uint8_t { kWalk, kDecode, kMinimal, kFill, kProbe };
 
     explicit DescribeProc(FieldVisitor* visitor);
     DescribeProc(FieldVisitor* visitor, CCmdReader& source);
     static DescribeProc Minimal();
+    /// Fills with content derived from seed (see cmddata::Fill).
+    static DescribeProc Filler(std::uint32_t seed);
+    /// Takes every version branch and records the highest threshold.
+    static DescribeProc Probe();
 
     bool Reading() const { return mode_ == Mode::kDecode; }
+    /// The version test of a field list (as the streams' processors; a probe takes every branch).
+    bool Since(const CCmdCore& self, std::uint16_t v) {
+        if (mode_ != Mode::kProbe) return self.GetVersion() >= v;
+        if (v > highest_) highest_ = v;
+        return true;
+    }
+    /// The highest version threshold seen by a probe.
+    std::uint16_t Highest() const { return highest_; }
     Mode GetMode() const { return mode_; }
     /// Bytes walked (or decoded) so far.
     std::uint32_t Offset() const { return offset_; }
@@ -82,7 +96,8 @@ public:
     void U32(const char* name, std::uint32_t& value);
     void U32(const char* name, std::int32_t& value);
     void U64(const char* name, std::uint64_t& value);
-    void Ident(const char* name, std::uint32_t& value) { U32(name, value); }
+    /// The command identifier: never changed by a fill.
+    void Ident(const char* name, std::uint32_t& value);
     void String(const char* name, CCmdString& text);
     void Buffer(const char* name, CCmdBuffer& buffer);
     template <class T>
@@ -112,6 +127,7 @@ private:
     bool CheckRead(const FieldInfo& info, const char* why);
     void UnsentInfo(const char* name);
     void Fail(const FieldInfo& info, Result code, const char* why);
+    std::uint64_t NextFill();
 
     FieldVisitor* visitor_;
     CCmdReader* source_;
@@ -120,10 +136,21 @@ private:
     Result failureCode_ = 0;
     std::uint32_t offset_ = 0;
     std::int32_t nextIndex_ = -1;
+    std::uint32_t seed_ = 0;
+    std::uint16_t highest_ = 0;
 };
 
-/// Bytes that the object's Write would put into a region.
+/// Bytes that the object's Write would put into a region (its Write, run over a stream that
+/// counts instead of copying).
 CMDDATA_API std::uint32_t WireSize(CCmdCore& object);
+/// Puts deterministic content in every field that travels at the object's version: distinct
+/// non-zero scalars, short texts, three-byte buffers, two items in every list, nested records
+/// filled in turn. The version prefix, the identifier and the fields that never travel stay. The
+/// same seed on an equal fresh object gives the same content.
+CMDDATA_API void Fill(CCmdCore& object, std::uint32_t seed = 1);
+/// The highest version threshold the object's field list tests (0 when it tests none): the
+/// versions up to it each choose a different layout.
+CMDDATA_API std::uint16_t HighestVersionTested(CCmdCore& object);
 /// Reports every field of the object, as it would be written.
 CMDDATA_API void Describe(CCmdCore& object, FieldVisitor& visitor);
 /// Reads the object from the reader while reporting each field; stops at the first failed

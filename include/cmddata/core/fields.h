@@ -1,18 +1,25 @@
-// The one-field-list idiom. A class declares CMDDATA_FIELDS(Class) and defines, in its source,
+// The one-field-list idiom. A class declares CMDDATA_FIELDS(Class) among its public members and
+// defines, in its family's source,
 //
 //     template <class P> void Class::Fields(P& p) {
 //         p.Prefix(*this);                 // u16 version + u16 reserved word
 //         p.U16("item_id", itemId);
 //         p.String("text", text);
-//         if (GetVersion() >= 2) p.U32("flags", flags);
+//         if (p.Since(*this, 2)) p.U32("flags", flags);
 //     }
 //     CMDDATA_DEFINE_FIELDS(Class)
 //
-// Read, Write, RemoveAll and Describe are then processors over that list. A field whose order
-// differs between reading and writing is one local branch: if (p.Reading()) ... else ...
+// Read, Write, RemoveAll and Describe (with the tools' walks, the fill and the size measure) are
+// processors over that list. Since() is the one version test: true while the object is being
+// emptied, so that RemoveAll resets every field whatever the version. A field whose order differs
+// between reading and writing is one local branch: if (p.Reading()) ... else ...
+//
+// Every class that uses these macros is named in its family's class list (classes.def); the
+// build stops on one that is not.
 #pragma once
 
 #include "cmddata/core/core.h"
+#include "cmddata/core/listed.h"
 
 namespace cmddata {
 class ReadProc;
@@ -21,30 +28,33 @@ class ResetProc;
 class DescribeProc;
 }  // namespace cmddata
 
-/// Declares the field list of Class and the operations that come from it.
-#define CMDDATA_FIELDS(Class)                            \
-public:                                                  \
-    void Read(CCmdReader& reader) override;              \
-    void Write(CCmdWriter& writer) override;             \
-    void RemoveAll() override;                           \
-    void Describe(cmddata::DescribeProc& proc) override; \
-    void Visit(cmddata::ReadProc& proc);                 \
-    void Visit(cmddata::WriteProc& proc);                \
-    void Visit(cmddata::ResetProc& proc);                \
-    static const char* TypeName() { return #Class; }     \
-                                                         \
-private:                                                 \
-    friend class cmddata::ReadProc;                      \
-    friend class cmddata::WriteProc;                     \
-    friend class cmddata::ResetProc;                     \
-    friend class cmddata::DescribeProc;                  \
-    template <class P>                                   \
-    void Fields(P& p);                                   \
-                                                         \
-public:
+#if defined(__GNUC__) && !defined(_WIN32)
+#define CMDDATA_LOCAL __attribute__((visibility("hidden")))
+#else
+#define CMDDATA_LOCAL
+#endif
+
+/// Names the class and checks that its family's class list holds it.
+#define CMDDATA_CLASS_NAME(Class)                                                 \
+    static_assert(cmddata::detail::kListed<Class>, #Class                         \
+                  " is not in its family's class list: add a line for it to the " \
+                  "family's .def file");                                          \
+    static const char* TypeName() { return #Class; }
+
+/// Declares the field list of Class and the operations that come from it. It changes no access:
+/// put it among the public members. The processors reach nested records through the friends,
+/// which are the library's own and not exported.
+#define CMDDATA_FIELDS(Class)                                   \
+    void Read(CCmdReader& reader) override;                     \
+    void Write(CCmdWriter& writer) override;                    \
+    void RemoveAll() override;                                  \
+    void Describe(cmddata::DescribeProc& proc) override;        \
+    template <class P>                                          \
+    CMDDATA_LOCAL void Fields(P& p);                            \
+    friend void CmdDataFields(cmddata::ReadProc& p, Class& o);  \
+    friend void CmdDataFields(cmddata::WriteProc& p, Class& o); \
+    CMDDATA_CLASS_NAME(Class)
 
 /// A class that shares its base's layout and code but is a type of its own (a list of it is a
 /// different list type; the tools show its own name).
-#define CMDDATA_SAME_LAYOUT(Class) \
-public:                            \
-    static const char* TypeName() { return #Class; }
+#define CMDDATA_SAME_LAYOUT(Class) CMDDATA_CLASS_NAME(Class)

@@ -264,6 +264,8 @@ void DescribeProc::List(const char* name, L& list) {
             item);
     } else {
         if (mode_ == Mode::kMinimal) list.RemoveAll();
+        if (mode_ == Mode::kFill)
+            for (int i = 0; i < 2; ++i) list.AddTail();
         offset_ += 8;  // prefix and count
         opened = visitor_ != nullptr;
         if (opened) visitor_->BeginList(info, list.GetCount(), T::TypeName());

@@ -8,8 +8,8 @@
 
 /// One unsigned byte (1 byte on the wire).
 class CMDDATA_API CCmdByteData : public CCmdCore {
-    CMDDATA_FIELDS(CCmdByteData)
 public:
+    CMDDATA_FIELDS(CCmdByteData)
     CCmdByteData() = default;
     std::uint8_t operator=(std::uint8_t value) { return value_ = value; }
     operator std::uint8_t() const { return value_; }
@@ -20,8 +20,8 @@ private:
 
 /// One unsigned 16-bit identifier (2 bytes on the wire).
 class CMDDATA_API CCmdWordId : public CCmdCore {
-    CMDDATA_FIELDS(CCmdWordId)
 public:
+    CMDDATA_FIELDS(CCmdWordId)
     CCmdWordId() = default;
     std::uint16_t operator=(std::uint16_t value) { return value_ = value; }
     operator std::uint16_t() const { return value_; }
@@ -32,8 +32,8 @@ private:
 
 /// One unsigned 32-bit identifier (4 bytes on the wire).
 class CMDDATA_API CCmdDwordId : public CCmdCore {
-    CMDDATA_FIELDS(CCmdDwordId)
 public:
+    CMDDATA_FIELDS(CCmdDwordId)
     CCmdDwordId() = default;
     std::uint32_t operator=(std::uint32_t value) { return value_ = value; }
     operator std::uint32_t() const { return value_; }
@@ -44,6 +44,7 @@ private:
 
 /// One unsigned 32-bit data value (4 bytes on the wire); a type apart from identifiers.
 class CMDDATA_API CCmdDwordData : public CCmdDwordId {
+public:
     CMDDATA_SAME_LAYOUT(CCmdDwordData)
     CCmdDwordData() = default;
     std::uint32_t operator=(std::uint32_t value) { return CCmdDwordId::operator=(value); }
@@ -51,8 +52,8 @@ class CMDDATA_API CCmdDwordData : public CCmdDwordId {
 
 /// A list of bytes as one object; its own version never travels, only the list's form does.
 class CMDDATA_API CCmdByteDataList : public CCmdCore {
-    CMDDATA_FIELDS(CCmdByteDataList)
 public:
+    CMDDATA_FIELDS(CCmdByteDataList)
     CCmdByteDataList() = default;
     CCmdList<CCmdByteData> bytes;
 };

@@ -16,8 +16,8 @@
 ///
 /// The data bytes are declared before the identifier but travel after it.
 class CMDDATA_API CCmdMultiData : public CCmdCore {
-    CMDDATA_FIELDS(CCmdMultiData)
 public:
+    CMDDATA_FIELDS(CCmdMultiData)
     CCmdMultiData() = default;
     std::uint32_t rawValue = 0;
     CCmdBuffer data;
@@ -26,8 +26,8 @@ public:
 
 /// A stored item with a 64-bit raw value.
 class CMDDATA_API CCmdMultiDataEx : public CCmdCore {
-    CMDDATA_FIELDS(CCmdMultiDataEx)
 public:
+    CMDDATA_FIELDS(CCmdMultiDataEx)
     CCmdMultiDataEx() = default;
     std::uint64_t rawValue = 0;
     std::uint8_t itemId = 0;
@@ -35,8 +35,8 @@ public:
 
 /// A stored item of the newer freeze frame: raw value, item identifier and its status word.
 class CMDDATA_API CCmdMultiDataP5 : public CCmdCore {
-    CMDDATA_FIELDS(CCmdMultiDataP5)
 public:
+    CMDDATA_FIELDS(CCmdMultiDataP5)
     CCmdMultiDataP5() = default;
     std::uint32_t rawValue = 0;
     std::uint8_t itemId = 0;
@@ -46,8 +46,8 @@ public:
 /// One freeze-frame item: number, name/unit/value texts, flags, conversion table and the stored
 /// items. GetValue/GetString convert the item with a given identifier through the table.
 class CMDDATA_API CCmdFrzFrmDat : public CCmdCore {
-    CMDDATA_FIELDS(CCmdFrzFrmDat)
 public:
+    CMDDATA_FIELDS(CCmdFrzFrmDat)
     CCmdFrzFrmDat() = default;
     std::uint16_t itemNumber = 0;
     std::uint32_t workingValue = 0;  // the owner's scratch value; never travels
@@ -70,8 +70,8 @@ public:
 /// The newer freeze-frame item: as CCmdFrzFrmDat with two texts, an extra value and flag (which
 /// travel last, after the items) and items that carry a status word.
 class CMDDATA_API CCmdFrzFrmDatP5 : public CCmdCore {
-    CMDDATA_FIELDS(CCmdFrzFrmDatP5)
 public:
+    CMDDATA_FIELDS(CCmdFrzFrmDatP5)
     explicit CCmdFrzFrmDatP5(std::uint16_t version = 1) : CCmdCore(version, 0) {}
     std::uint16_t itemNumber = 0;
     std::uint32_t workingValue = 0;  // the owner's scratch value; never travels
@@ -92,8 +92,8 @@ public:
 
 /// Where a freeze frame lies: frame number, record number and the frame's label.
 class CMDDATA_API CCmdFrzFrmDatNo : public CCmdCore {
-    CMDDATA_FIELDS(CCmdFrzFrmDatNo)
 public:
+    CMDDATA_FIELDS(CCmdFrzFrmDatNo)
     explicit CCmdFrzFrmDatNo(std::uint16_t version = 1) : CCmdCore(version, 0) {}
     std::uint8_t frameNumber = 0;
     std::uint16_t recordNumber = 0;
@@ -102,8 +102,8 @@ public:
 
 /// Whether a named freeze frame carries absolute time stamps, and how many frames it holds.
 class CMDDATA_API CCmdIsAbsFrzFrmDat : public CCmdCore {
-    CMDDATA_FIELDS(CCmdIsAbsFrzFrmDat)
 public:
+    CMDDATA_FIELDS(CCmdIsAbsFrzFrmDat)
     CCmdIsAbsFrzFrmDat() = default;
     CCmdString name;
     std::uint8_t isAbsolute = 0;
@@ -112,8 +112,8 @@ public:
 
 /// The freeze frames of one trouble code, with the header of the answer that brought them.
 class CMDDATA_API CCmdFrzFrmDatListInfo : public CCmdBaseInfo {
-    CMDDATA_FIELDS(CCmdFrzFrmDatListInfo)
 public:
+    CMDDATA_FIELDS(CCmdFrzFrmDatListInfo)
     explicit CCmdFrzFrmDatListInfo(std::uint16_t version = 1) : CCmdBaseInfo(version, 0) {}
     using CCmdBaseInfo::operator=;
     std::uint8_t frameNumber = 0;
@@ -124,8 +124,8 @@ public:
 
 /// Freeze frames of several records, with the header of the answer that brought them.
 class CMDDATA_API CCmdMultiFrzFrmDatListInfo : public CCmdBaseInfo {
-    CMDDATA_FIELDS(CCmdMultiFrzFrmDatListInfo)
 public:
+    CMDDATA_FIELDS(CCmdMultiFrzFrmDatListInfo)
     explicit CCmdMultiFrzFrmDatListInfo(std::uint16_t version = 1) : CCmdBaseInfo(version, 0) {}
     using CCmdBaseInfo::operator=;
     std::uint8_t frameNumber = 0;
@@ -136,8 +136,8 @@ public:
 
 /// Twelve freeze-frame items, one per absolute time stamp.
 class CMDDATA_API CCmdAbsoluteTimeStampInfo : public CCmdCore {
-    CMDDATA_FIELDS(CCmdAbsoluteTimeStampInfo)
 public:
+    CMDDATA_FIELDS(CCmdAbsoluteTimeStampInfo)
     static constexpr int kFrameCount = 12;
     explicit CCmdAbsoluteTimeStampInfo(std::uint16_t version = 1) : CCmdCore(version, 0) {}
     CCmdFrzFrmDat frames[kFrameCount];
@@ -145,8 +145,8 @@ public:
 
 /// Six newer freeze-frame items, one per absolute time stamp.
 class CMDDATA_API CCmdAbsoluteTimeStampInfoP5 : public CCmdCore {
-    CMDDATA_FIELDS(CCmdAbsoluteTimeStampInfoP5)
 public:
+    CMDDATA_FIELDS(CCmdAbsoluteTimeStampInfoP5)
     static constexpr int kFrameCount = 6;
     explicit CCmdAbsoluteTimeStampInfoP5(std::uint16_t version = 1) : CCmdCore(version, 0) {}
     CCmdFrzFrmDatP5 frames[kFrameCount];
@@ -155,8 +155,8 @@ public:
 /// The freeze frames recorded for one operation: its name and timing, three leading frames with
 /// their times, further frames, and the absolute time stamps.
 class CMDDATA_API CCmdOperationFrzFrmDat : public CCmdCore {
-    CMDDATA_FIELDS(CCmdOperationFrzFrmDat)
 public:
+    CMDDATA_FIELDS(CCmdOperationFrzFrmDat)
     explicit CCmdOperationFrzFrmDat(std::uint16_t version = 1) : CCmdCore(version, 0) {}
     CCmdString operationName;
     std::uint32_t operationCode = 0;
@@ -177,20 +177,18 @@ public:
 };
 
 /// Asks for the freeze frame of one trouble code.
-class CMDDATA_API CGetFrzFrmDatSnd : public CCmdBase {
-    CMDDATA_FIELDS(CGetFrzFrmDatSnd)
+class CMDDATA_API CGetFrzFrmDatSnd : public CCmdSnd<cmddata::command::GetFrzFrmDat> {
 public:
-    CGetFrzFrmDatSnd() : CCmdBase(cmddata::cmd::GetFrzFrmDat) {}
+    CMDDATA_MESSAGE(CGetFrzFrmDatSnd)
     std::uint8_t frameNumber = 0;
     std::uint16_t recordNumber = 0;
     std::uint32_t diagCode = 0;
 };
 
 /// The freeze frame of one trouble code and the numbers of the frames stored for it.
-class CMDDATA_API CGetFrzFrmDatRcv : public CCmdBase {
-    CMDDATA_FIELDS(CGetFrzFrmDatRcv)
+class CMDDATA_API CGetFrzFrmDatRcv : public CCmdRcv<cmddata::command::GetFrzFrmDat> {
 public:
-    CGetFrzFrmDatRcv() : CCmdBase(cmddata::cmd::GetFrzFrmDat) {}
+    CMDDATA_MESSAGE(CGetFrzFrmDatRcv)
     std::uint32_t diagCode = 0;
     CCmdList<CCmdFrzFrmDat> frames;
     CCmdList<CCmdByteData> frameNumbers;
@@ -198,55 +196,51 @@ public:
 
 /// Asks for several freeze frames of one trouble code. The item numbers are declared first but
 /// travel last.
-class CMDDATA_API CGetMultiFrzFrmDatSnd : public CCmdBase {
-    CMDDATA_FIELDS(CGetMultiFrzFrmDatSnd)
+class CMDDATA_API CGetMultiFrzFrmDatSnd : public CCmdSnd<cmddata::command::GetMultiFrzFrmDat> {
 public:
-    CGetMultiFrzFrmDatSnd() : CCmdBase(cmddata::cmd::GetMultiFrzFrmDat) {}
+    CMDDATA_MESSAGE(CGetMultiFrzFrmDatSnd)
     CCmdList<CCmdWordId> itemNumbers;
     std::uint8_t diagCodeIndex = 0;
     CCmdList<CCmdByteData> frameNumbers;
 };
 
 /// Several freeze frames of one trouble code.
-class CMDDATA_API CGetMultiFrzFrmDatRcv : public CCmdBase {
-    CMDDATA_FIELDS(CGetMultiFrzFrmDatRcv)
+class CMDDATA_API CGetMultiFrzFrmDatRcv : public CCmdRcv<cmddata::command::GetMultiFrzFrmDat> {
 public:
-    CGetMultiFrzFrmDatRcv() : CCmdBase(cmddata::cmd::GetMultiFrzFrmDat) {}
+    CMDDATA_MESSAGE(CGetMultiFrzFrmDatRcv)
     std::uint8_t diagCodeIndex = 0;
     std::uint8_t frameCount = 0;
     CCmdList<CCmdFrzFrmDat> frames;
 };
 
 /// Asks for the freeze frame of one detail record.
-class CMDDATA_API CGetDiagDetailFrzFrmDatSnd : public CCmdBase {
-    CMDDATA_FIELDS(CGetDiagDetailFrzFrmDatSnd)
+class CMDDATA_API CGetDiagDetailFrzFrmDatSnd
+    : public CCmdSnd<cmddata::command::GetDiagDetailFrzFrmDat> {
 public:
-    CGetDiagDetailFrzFrmDatSnd() : CCmdBase(cmddata::cmd::GetDiagDetailFrzFrmDat) {}
+    CMDDATA_MESSAGE(CGetDiagDetailFrzFrmDatSnd)
     std::uint8_t detailNumber = 0;
 };
 
 /// The freeze frame of one detail record.
-class CMDDATA_API CGetDiagDetailFrzFrmDatRcv : public CCmdBase {
-    CMDDATA_FIELDS(CGetDiagDetailFrzFrmDatRcv)
+class CMDDATA_API CGetDiagDetailFrzFrmDatRcv
+    : public CCmdRcv<cmddata::command::GetDiagDetailFrzFrmDat> {
 public:
-    CGetDiagDetailFrzFrmDatRcv() : CCmdBase(cmddata::cmd::GetDiagDetailFrzFrmDat) {}
+    CMDDATA_MESSAGE(CGetDiagDetailFrzFrmDatRcv)
     CCmdList<CCmdFrzFrmDat> frames;
 };
 
 /// Asks whether the freeze frames carry absolute time stamps (header only).
-class CMDDATA_API CIsAbsFrzFrmDatSnd : public CCmdHeaderOnly {
-    CMDDATA_SAME_LAYOUT(CIsAbsFrzFrmDatSnd)
-    CIsAbsFrzFrmDatSnd() : CCmdHeaderOnly(cmddata::cmd::IsAbsFrzFrmDat) {}
+class CMDDATA_API CIsAbsFrzFrmDatSnd
+    : public CCmdSnd<cmddata::command::IsAbsFrzFrmDat, CCmdHeaderOnly> {
+public:
+    CMDDATA_MESSAGE_LAYOUT(CIsAbsFrzFrmDatSnd)
 };
 
 /// Whether the freeze frames carry absolute time stamps; from version 2 also per frame. The
 /// version does not travel: both sides construct the answer with the same one.
-class CMDDATA_API CIsAbsFrzFrmDatRcv : public CCmdBase {
-    CMDDATA_FIELDS(CIsAbsFrzFrmDatRcv)
+class CMDDATA_API CIsAbsFrzFrmDatRcv : public CCmdRcv<cmddata::command::IsAbsFrzFrmDat> {
 public:
-    explicit CIsAbsFrzFrmDatRcv(
-        std::uint16_t version = cmddata::RcvVersion(cmddata::cmd::IsAbsFrzFrmDat))
-        : CCmdBase(cmddata::cmd::IsAbsFrzFrmDat, version, 0) {}
+    CMDDATA_MESSAGE(CIsAbsFrzFrmDatRcv)
     std::uint32_t diagCode = 0;
     std::uint8_t isAbsolute = 0;
     CCmdString name;
@@ -254,74 +248,61 @@ public:
 };
 
 /// Asks whether a trouble code has several freeze frames.
-class CMDDATA_API CIsMultiFrzFrmDatSnd : public CCmdBase {
-    CMDDATA_FIELDS(CIsMultiFrzFrmDatSnd)
+class CMDDATA_API CIsMultiFrzFrmDatSnd : public CCmdSnd<cmddata::command::IsMultiFrzFrmDat> {
 public:
-    explicit CIsMultiFrzFrmDatSnd(
-        std::uint16_t version = cmddata::SndVersion(cmddata::cmd::IsMultiFrzFrmDat))
-        : CCmdBase(cmddata::cmd::IsMultiFrzFrmDat, version, 0) {}
+    CMDDATA_MESSAGE(CIsMultiFrzFrmDatSnd)
     std::uint8_t frameNumber = 0;
     std::uint16_t recordNumber = 0;
 };
 
 /// The trouble code and the numbers of its stored freeze frames.
-class CMDDATA_API CIsMultiFrzFrmDatRcv : public CCmdBase {
-    CMDDATA_FIELDS(CIsMultiFrzFrmDatRcv)
+class CMDDATA_API CIsMultiFrzFrmDatRcv : public CCmdRcv<cmddata::command::IsMultiFrzFrmDat> {
 public:
-    explicit CIsMultiFrzFrmDatRcv(
-        std::uint16_t version = cmddata::RcvVersion(cmddata::cmd::IsMultiFrzFrmDat))
-        : CCmdBase(cmddata::cmd::IsMultiFrzFrmDat, version, 0) {}
+    CMDDATA_MESSAGE(CIsMultiFrzFrmDatRcv)
     std::uint32_t diagCode = 0;
     CCmdList<CCmdByteData> frameNumbers;
 };
 
 /// Asks where the stored freeze frames lie (header only).
-class CMDDATA_API CSeekFFDNoSnd : public CCmdHeaderOnly {
-    CMDDATA_SAME_LAYOUT(CSeekFFDNoSnd)
-    CSeekFFDNoSnd() : CCmdHeaderOnly(cmddata::cmd::SeekFFDNo) {}
+class CMDDATA_API CSeekFFDNoSnd : public CCmdSnd<cmddata::command::SeekFFDNo, CCmdHeaderOnly> {
+public:
+    CMDDATA_MESSAGE_LAYOUT(CSeekFFDNoSnd)
 };
 
 /// Where the stored freeze frames lie.
-class CMDDATA_API CSeekFFDNoRcv : public CCmdBase {
-    CMDDATA_FIELDS(CSeekFFDNoRcv)
+class CMDDATA_API CSeekFFDNoRcv : public CCmdRcv<cmddata::command::SeekFFDNo> {
 public:
-    CSeekFFDNoRcv() : CCmdBase(cmddata::cmd::SeekFFDNo) {}
+    CMDDATA_MESSAGE(CSeekFFDNoRcv)
     CCmdList<CCmdFrzFrmDatNo> frames;
 };
 
 /// Asks for the freeze frames recorded per operation (header only).
-class CMDDATA_API CGetOperationFrzFrmDatSnd : public CCmdHeaderOnly {
-    CMDDATA_SAME_LAYOUT(CGetOperationFrzFrmDatSnd)
-    explicit CGetOperationFrzFrmDatSnd(
-        std::uint16_t version = cmddata::SndVersion(cmddata::cmd::GetOperationFrzFrmDat))
-        : CCmdHeaderOnly(cmddata::cmd::GetOperationFrzFrmDat, version) {}
+class CMDDATA_API CGetOperationFrzFrmDatSnd
+    : public CCmdSnd<cmddata::command::GetOperationFrzFrmDat, CCmdHeaderOnly> {
+public:
+    CMDDATA_MESSAGE_LAYOUT(CGetOperationFrzFrmDatSnd)
 };
 
 /// The freeze frames recorded per operation.
-class CMDDATA_API CGetOperationFrzFrmDatRcv : public CCmdBase {
-    CMDDATA_FIELDS(CGetOperationFrzFrmDatRcv)
+class CMDDATA_API CGetOperationFrzFrmDatRcv
+    : public CCmdRcv<cmddata::command::GetOperationFrzFrmDat> {
 public:
-    explicit CGetOperationFrzFrmDatRcv(
-        std::uint16_t version = cmddata::RcvVersion(cmddata::cmd::GetOperationFrzFrmDat))
-        : CCmdBase(cmddata::cmd::GetOperationFrzFrmDat, version, 0) {}
+    CMDDATA_MESSAGE(CGetOperationFrzFrmDatRcv)
     CCmdList<CCmdOperationFrzFrmDat> operations;
 };
 
 /// Asks for the freeze frames recorded per operation, with their total (header only).
-class CMDDATA_API CGetOperationFrzFrmDat2Snd : public CCmdHeaderOnly {
-    CMDDATA_SAME_LAYOUT(CGetOperationFrzFrmDat2Snd)
-    explicit CGetOperationFrzFrmDat2Snd(
-        std::uint16_t version = cmddata::SndVersion(cmddata::cmd::GetOperationFrzFrmDat2))
-        : CCmdHeaderOnly(cmddata::cmd::GetOperationFrzFrmDat2, version) {}
+class CMDDATA_API CGetOperationFrzFrmDat2Snd
+    : public CCmdSnd<cmddata::command::GetOperationFrzFrmDat2, CCmdHeaderOnly> {
+public:
+    CMDDATA_MESSAGE_LAYOUT(CGetOperationFrzFrmDat2Snd)
 };
 
 /// The freeze frames recorded per operation, then the number of operations the ECU holds.
-class CMDDATA_API CGetOperationFrzFrmDat2Rcv : public CCmdBase {
-    CMDDATA_FIELDS(CGetOperationFrzFrmDat2Rcv)
+class CMDDATA_API CGetOperationFrzFrmDat2Rcv
+    : public CCmdRcv<cmddata::command::GetOperationFrzFrmDat2> {
 public:
-    explicit CGetOperationFrzFrmDat2Rcv(
-        std::uint16_t version = cmddata::RcvVersion(cmddata::cmd::GetOperationFrzFrmDat2))
-        : CCmdBase(cmddata::cmd::GetOperationFrzFrmDat2, version, 0) {}
+    CMDDATA_MESSAGE(CGetOperationFrzFrmDat2Rcv)
     CCmdList<CCmdOperationFrzFrmDat> operations;
     std::uint32_t operationTotal = 0;
 };

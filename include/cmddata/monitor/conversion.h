@@ -14,8 +14,8 @@
 /// The trailing highlight byte travels only when the entry's version is 2 or more (after the
 /// prefix was read, so an older or newer peer's entry drops it).
 class CMDDATA_API CCmdDispInfo : public CCmdCore {
-    CMDDATA_FIELDS(CCmdDispInfo)
 public:
+    CMDDATA_FIELDS(CCmdDispInfo)
     explicit CCmdDispInfo(std::uint16_t version = 2) : CCmdCore(version, 0) {}
     std::uint32_t entryId = 0;
     CCmdString displayText;
@@ -27,8 +27,8 @@ public:
 /// A display entry matched against raw bytes of variable length: entry number, text, the bytes
 /// to compare, a mask for them and a highlight byte.
 class CMDDATA_API CCmdDispVariableInfo : public CCmdCore {
-    CMDDATA_FIELDS(CCmdDispVariableInfo)
 public:
+    CMDDATA_FIELDS(CCmdDispVariableInfo)
     explicit CCmdDispVariableInfo(std::uint16_t version = 1) : CCmdCore(version, 0) {}
     std::uint32_t entryId = 0;
     CCmdString displayText;
@@ -43,8 +43,8 @@ public:
 /// Wire order differs from the member order on purpose: decimalPlaces, signMode and bitWidth
 /// travel last, after the display entries and the four range words.
 class CMDDATA_API CCmdConversionTbl : public CCmdCore {
-    CMDDATA_FIELDS(CCmdConversionTbl)
 public:
+    CMDDATA_FIELDS(CCmdConversionTbl)
     CCmdConversionTbl() = default;
 
     std::uint32_t scaleNumerator = 0;    // multiplier, taken as signed 32-bit
@@ -69,8 +69,8 @@ public:
 /// The conversion table with display entries of variable length; otherwise as CCmdConversionTbl
 /// (same members, same wire order, one shared field list).
 class CMDDATA_API CCmdConversionVariableTbl : public CCmdCore {
-    CMDDATA_FIELDS(CCmdConversionVariableTbl)
 public:
+    CMDDATA_FIELDS(CCmdConversionVariableTbl)
     explicit CCmdConversionVariableTbl(std::uint16_t version = 1) : CCmdCore(version, 0) {}
 
     std::uint32_t scaleNumerator = 0;

@@ -15,8 +15,8 @@
 /// The numeric words are carried, not interpreted; their names are the meaning both processes
 /// give them.
 class CMDDATA_API CCmdDatMonData : public CCmdCore {
-    CMDDATA_FIELDS(CCmdDatMonData)
 public:
+    CMDDATA_FIELDS(CCmdDatMonData)
     CCmdDatMonData() = default;
     std::uint16_t itemId = 0;
     CCmdString name;
@@ -31,14 +31,15 @@ public:
 /// The item description returned by the signal-information list; the layout of CCmdDatMonData,
 /// a type of its own so that the two item lists are distinct.
 class CMDDATA_API CCmdDatMonInfoData : public CCmdDatMonData {
+public:
     CMDDATA_SAME_LAYOUT(CCmdDatMonInfoData)
     CCmdDatMonInfoData() = default;
 };
 
 /// The full description of one monitor signal: texts, where its raw bits lie, and its table.
 class CMDDATA_API CCmdDatMonSignalInfo : public CCmdCore {
-    CMDDATA_FIELDS(CCmdDatMonSignalInfo)
 public:
+    CMDDATA_FIELDS(CCmdDatMonSignalInfo)
     CCmdDatMonSignalInfo() = default;
     std::uint16_t signalId = 0;
     CCmdString name;
@@ -57,8 +58,8 @@ public:
 ///
 /// The status word is declared after the sample but travels before it.
 class CMDDATA_API CCmdDatMonValue : public CCmdCore {
-    CMDDATA_FIELDS(CCmdDatMonValue)
 public:
+    CMDDATA_FIELDS(CCmdDatMonValue)
     CCmdDatMonValue() = default;
     std::uint32_t itemId = 0;
     CCmdBuffer sample;
@@ -67,8 +68,8 @@ public:
 
 /// A standard (reference) range of one item: item identifier, lower and upper value.
 class CMDDATA_API CCmdStandardValueInfo : public CCmdCore {
-    CMDDATA_FIELDS(CCmdStandardValueInfo)
 public:
+    CMDDATA_FIELDS(CCmdStandardValueInfo)
     explicit CCmdStandardValueInfo(std::uint16_t version = 1) : CCmdCore(version, 0) {}
     std::uint16_t itemId = 0;
     std::uint32_t lowerValue = 0;
@@ -77,8 +78,8 @@ public:
 
 /// A standard value triple: the reference value and the lower and upper limit around it.
 class CMDDATA_API CCmdDatMonStdValue : public CCmdCore {
-    CMDDATA_FIELDS(CCmdDatMonStdValue)
 public:
+    CMDDATA_FIELDS(CCmdDatMonStdValue)
     CCmdDatMonStdValue() = default;
     std::uint32_t standardValue = 0;
     std::uint32_t lowerLimit = 0;
@@ -88,8 +89,8 @@ public:
 /// A lower and upper value: exactly 8 bytes on the wire, with no version prefix (the peer reads
 /// it so; a prefix would put the stream out of step).
 class CMDDATA_API CCmdStdValue : public CCmdCore {
-    CMDDATA_FIELDS(CCmdStdValue)
 public:
+    CMDDATA_FIELDS(CCmdStdValue)
     CCmdStdValue() = default;
     std::uint32_t lowerValue = 0;
     std::uint32_t upperValue = 0;
@@ -97,8 +98,8 @@ public:
 
 /// A numbered name: 16-bit item identifier and its name.
 class CMDDATA_API CCmdItemName : public CCmdCore {
-    CMDDATA_FIELDS(CCmdItemName)
 public:
+    CMDDATA_FIELDS(CCmdItemName)
     CCmdItemName() = default;
     std::uint16_t itemId = 0;
     CCmdString name;
@@ -106,8 +107,8 @@ public:
 
 /// A numbered name with a 32-bit item identifier.
 class CMDDATA_API CCmdItemNameDw : public CCmdCore {
-    CMDDATA_FIELDS(CCmdItemNameDw)
 public:
+    CMDDATA_FIELDS(CCmdItemNameDw)
     CCmdItemNameDw() = default;
     std::uint32_t itemId = 0;
     CCmdString name;
@@ -115,8 +116,8 @@ public:
 
 /// A group of monitor items: the group's name and the identifiers of its members.
 class CMDDATA_API CCmdGroupData : public CCmdCore {
-    CMDDATA_FIELDS(CCmdGroupData)
 public:
+    CMDDATA_FIELDS(CCmdGroupData)
     CCmdGroupData() = default;
     CCmdString groupName;
     CCmdList<CCmdWordId> itemIds;
@@ -124,8 +125,8 @@ public:
 
 /// An item to be shown highlighted, and how.
 class CMDDATA_API CCmdHighlightSignal : public CCmdCore {
-    CMDDATA_FIELDS(CCmdHighlightSignal)
 public:
+    CMDDATA_FIELDS(CCmdHighlightSignal)
     explicit CCmdHighlightSignal(std::uint16_t version = 1) : CCmdCore(version, 0) {}
     std::uint16_t itemId = 0;
     std::uint8_t highlightMode = 0;
@@ -135,8 +136,8 @@ public:
 /// target's position (five words), version 3 a display order, version 4 four option words; the
 /// three tests are independent (2 / 16 / 20 / 36 bytes after the name for versions 1 to 4).
 class CMDDATA_API CCmdLinkName : public CCmdCore {
-    CMDDATA_FIELDS(CCmdLinkName)
 public:
+    CMDDATA_FIELDS(CCmdLinkName)
     explicit CCmdLinkName(std::uint16_t version = 4) : CCmdCore(version, 0) {}
     CCmdString linkName;
     std::uint16_t linkKind = 0;

@@ -12,8 +12,8 @@
 /// One item of vehicle information: item id (1 car information code, 2 engine type, 3 model
 /// year, others passed through) and its 16-bit text.
 class CMDDATA_API CCmdCarInfo : public CCmdCore {
-    CMDDATA_FIELDS(CCmdCarInfo)
 public:
+    CMDDATA_FIELDS(CCmdCarInfo)
     CCmdCarInfo() = default;
     std::uint16_t itemId = 0;
     CCmdString text;
@@ -22,8 +22,8 @@ public:
 /// One entry of the car-identification option list: an identifier and its list of word ids.
 /// Same shape as CCmdCarInfo, with the id list where the text stands.
 class CMDDATA_API CCmdCarIdInf : public CCmdCore {
-    CMDDATA_FIELDS(CCmdCarIdInf)
 public:
+    CMDDATA_FIELDS(CCmdCarIdInf)
     CCmdCarIdInf() = default;
     std::uint16_t itemId = 0;
     CCmdList<CCmdWordId> ids;

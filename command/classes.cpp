@@ -1,0 +1,117 @@
+// The class table, expanded once from the family class lists.
+#include "cmddata/command/classes.h"
+
+#include <new>
+#include <type_traits>
+
+#include "cmddata/cmddata.h"
+
+namespace cmddata {
+namespace {
+
+template <class T, class = void>
+struct Crossed : std::false_type {};
+template <class T>
+struct Crossed<T, std::void_t<decltype(T::kCrossedFields)>>
+    : std::integral_constant<bool, T::kCrossedFields> {};
+
+template <class T>
+CCmdCore* Make(std::uint16_t version) {
+    if constexpr (std::is_constructible_v<T, std::uint32_t, std::uint16_t, std::uint16_t>)
+        return new (std::nothrow) T(0, version, 0);  // a shared layout: identifier 0
+    else if constexpr (std::is_constructible_v<T, std::uint16_t>)
+        return new (std::nothrow) T(version);
+    else
+        return new (std::nothrow) T();
+}
+
+template <class T>
+CCmdCore* Copy(const CCmdCore& source) {
+    return new (std::nothrow) T(static_cast<const T&>(source));
+}
+
+// Some assignments take a non-const source, as the classes were given them.
+template <class T>
+void Assign(CCmdCore& target, const CCmdCore& source) {
+    static_cast<T&>(target) = const_cast<T&>(static_cast<const T&>(source));
+}
+
+template <class T>
+constexpr bool TakesVersion() {
+    return std::is_constructible_v<T, std::uint16_t> ||
+           std::is_constructible_v<T, std::uint32_t, std::uint16_t, std::uint16_t>;
+}
+
+template <class T>
+constexpr ClassInfo Entry(const char* family, ClassKind kind, const CommandInfo* command,
+                          Side side) {
+    return {T::TypeName(),     family,   kind,     command,   side, TakesVersion<T>(),
+            Crossed<T>::value, &Make<T>, &Copy<T>, &Assign<T>};
+}
+
+constexpr std::size_t kClassCount = 0
+#define CMDDATA_RECORD(Class) +1
+#define CMDDATA_LAYOUT(Class) +1
+#define CMDDATA_MESSAGES(Command) +2
+#include "cmddata/classes.def"
+#undef CMDDATA_RECORD
+#undef CMDDATA_LAYOUT
+#undef CMDDATA_MESSAGES
+    ;
+
+struct Table {
+    ClassInfo entries[kClassCount];
+    std::size_t count = 0;
+
+    Table() {
+        const char* family = "";
+        const auto add = [this](const ClassInfo& info) { entries[count++] = info; };
+#define CMDDATA_FAMILY(Name, Title) family = Title;
+#define CMDDATA_RECORD(Class) add(Entry<::Class>(family, ClassKind::kRecord, nullptr, Side::kSend));
+#define CMDDATA_LAYOUT(Class) add(Entry<::Class>(family, ClassKind::kLayout, nullptr, Side::kSend));
+#define CMDDATA_MESSAGES(Command)                                                           \
+    add(Entry<::C##Command##Snd>(family, ClassKind::kMessage, &kCommands[command::Command], \
+                                 Side::kSend));                                             \
+    add(Entry<::C##Command##Rcv>(family, ClassKind::kMessage, &kCommands[command::Command], \
+                                 Side::kReceive));
+#include "cmddata/classes.def"
+#undef CMDDATA_FAMILY
+#undef CMDDATA_RECORD
+#undef CMDDATA_LAYOUT
+#undef CMDDATA_MESSAGES
+    }
+};
+
+const Table& TheTable() {
+    static const Table table;
+    return table;
+}
+
+}  // namespace
+
+const ClassInfo* Classes(std::size_t* count) {
+    const Table& table = TheTable();
+    if (count != nullptr) *count = table.count;
+    return table.entries;
+}
+
+const ClassInfo* FindClass(std::string_view name) {
+    std::size_t count = 0;
+    const ClassInfo* all = Classes(&count);
+    for (std::size_t i = 0; i < count; ++i)
+        if (name == all[i].name) return &all[i];
+    return nullptr;
+}
+
+const ClassInfo* FindMessageClass(const CommandInfo& command, Side side) {
+    std::size_t count = 0;
+    const ClassInfo* all = Classes(&count);
+    for (std::size_t i = 0; i < count; ++i)
+        // By name: each module that includes the catalogue may hold a copy of it of its own.
+        if (all[i].command != nullptr && all[i].side == side &&
+            std::string_view(all[i].command->name) == command.name)
+            return &all[i];
+    return nullptr;
+}
+
+}  // namespace cmddata
