@@ -213,3 +213,15 @@ TEST(Catalogue, GetCarInfoMessagesLeadWithTheirIdentifier) {
     EXPECT_EQ(testing_cmddata::WireHex(snd).substr(0, 8), "01000000");
     EXPECT_EQ(testing_cmddata::WireHex(rcv).substr(0, 8), "01000000");
 }
+
+TEST(Catalogue, UnknownPayloadCommandsCarryTheirHeaderAlone) {
+    CGetTirePressureInfoRcv answer;  // V2 on the receive side, prefix before the header
+    EXPECT_EQ(testing_cmddata::WireHex(answer),
+              "02000000"
+              "87000000" +
+                  std::string(32, '0'));
+    CGetTirePressureInfoSnd request(5);
+    EXPECT_EQ(testing_cmddata::WireHex(request).substr(0, 16), "0500000087000000");
+    CIsPCSSBRVehicleSnd plain;
+    EXPECT_EQ(testing_cmddata::WireHex(plain), "f6000000" + std::string(32, '0'));
+}

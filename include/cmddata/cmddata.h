@@ -6,6 +6,7 @@
 #include "cmddata/command/header.h"
 #include "cmddata/command/layouts.h"
 #include "cmddata/command/message.h"
+#include "cmddata/command/undescribed.h"
 #include "cmddata/core/buffer.h"
 #include "cmddata/core/core.h"
 #include "cmddata/core/describe.h"
