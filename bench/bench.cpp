@@ -333,7 +333,7 @@ void RegisterAll() {
     {
         auto h = std::make_shared<plain::Header>(shapes::MakeHeader(cmddata::cmd::GetVIN));
         AddShape<CCmdHeaderOnly, plain::Header, cmddata_bench::HeaderOnly>(
-            "S3-header", h, [] { return CCmdHeaderOnly(cmddata::cmd::GetVIN); },
+            "S3-header", h, [] { return CCmdHeaderOnly(cmddata::cmd::GetVIN, 1, 0); },
             [h](CCmdHeaderOnly& o) { SetHeader(o, *h); });
     }
 #ifdef CMDDATA_BENCH_CARINFO
