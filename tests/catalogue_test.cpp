@@ -207,12 +207,6 @@ TEST(Catalogue, CommandsOfUnknownPayloadAreFlagged) {
     EXPECT_EQ(Named("GetTirePressureInfo").sendFraming, Framing::kVersionedHeader);
 }
 
-TEST(Catalogue, GetCarInfoMessagesLeadWithTheirIdentifier) {
-    CGetCarInfoSnd snd;
-    CGetCarInfoRcv rcv;
-    EXPECT_EQ(testing_cmddata::WireHex(snd).substr(0, 8), "01000000");
-    EXPECT_EQ(testing_cmddata::WireHex(rcv).substr(0, 8), "01000000");
-}
 
 TEST(Catalogue, UnknownPayloadCommandsCarryTheirHeaderAlone) {
     CGetTirePressureInfoRcv answer;  // V2 on the receive side, prefix before the header

@@ -23,12 +23,6 @@ void AddItem(CCmdList<CCmdCarInfo>& list, std::uint16_t id, const char16_t* text
     item.text = U16(text);
 }
 
-void AddOption(CCmdList<CCmdCarIdInf>& list, std::uint16_t id, std::uint16_t first, int count) {
-    CCmdCarIdInf& option = list.GetAt(list.AddTail());
-    option.itemId = id;
-    for (int i = 0; i < count; ++i)
-        option.ids.GetAt(option.ids.AddTail()) = static_cast<std::uint16_t>(first + i);
-}
 
 void AddFrame(CCmdList<CCmdByteDataList>& list, std::uint8_t first, int count) {
     CCmdByteDataList& frame = list.GetAt(list.AddTail());
@@ -92,27 +86,7 @@ TEST(VehicleMessages, GetCarInfoRequestAndAnswerBytes) {
               "41000000");
 }
 
-TEST(VehicleMessages, HeaderOnlyRequestsAreTwentyBytesWithTheirIdentifier) {
-    EXPECT_EQ(WireHex(*std::make_unique<CGetVINSnd>()).substr(0, 8), "51000000");
-    CGetCIDSnd cid(4);
-    EXPECT_EQ(cid.GetVersion(), 4u);
-    EXPECT_EQ(WireHex(cid),
-              "52000000"
-              "00000000000000000000000000000000");
-    EXPECT_EQ(cmddata::WireSize(*std::make_unique<CGetCVNSnd>()), 20u);
-    EXPECT_EQ(CGetFrmCarInfoVinSnd().GetCmdId(), 101u);
-    EXPECT_EQ(CGetCarIdOptListSnd().GetCmdId(), 147u);
-}
 
-TEST(VehicleMessages, ConstructorsTakeTheCataloguesVersions) {
-    EXPECT_EQ(CGetVINRcv().GetVersion(), 1u);
-    EXPECT_EQ(CGetCIDSnd().GetVersion(), 1u);
-    EXPECT_EQ(CGetCIDRcv().GetVersion(), 2u);
-    EXPECT_EQ(CGetCIDRcv(5).GetVersion(), 5u);
-    EXPECT_EQ(CGetCVNRcv().GetCmdId(), 83u);
-    EXPECT_EQ(CGetVehicleSupportInfoRcv().GetCmdId(), 157u);
-    EXPECT_EQ(CGetCarInfoRcv().GetThreadId(), cmddata::platform::CurrentThreadId());
-}
 
 TEST(VehicleMessages, FrameAnswerFieldOrder) {
     CGetFrmCarInfoVinRcv m;
@@ -160,22 +134,6 @@ TEST(VehicleMessages, SupportRequestSendsTheFlagsLowByteOnly) {
     EXPECT_EQ(back.flag, 0u);
 }
 
-TEST(VehicleMessages, TruncatedAnswerReportsPastEndWithoutCrashing) {
-    CGetCarIdOptListRcv m;
-    AddOption(m.options, 1, 1, 40);
-    Region full;
-    CCmdWriter w = full.Writer();
-    w.Write(&m);
-    for (std::uint32_t cut : {1u, 10u, 20u, 28u, 35u, w.GetPosition() - 1}) {
-        Region part(cut);
-        std::copy(full.data(), full.data() + cut, part.data());
-        CGetCarIdOptListRcv back;
-        CCmdReader r = part.Reader();
-        r.Read(&back);
-        EXPECT_EQ(r.GetLastError(), cmddata::result::kPastEnd) << cut;
-        EXPECT_LE(r.GetPosition(), cut);
-    }
-}
 
 // The accessors.
 
