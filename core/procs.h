@@ -136,6 +136,158 @@ void WriteBytes(CCmdBuffer& b, X& x) {
 
 }  // namespace detail
 
+// --- Images: a nested object moved as its fixed in-memory image ---
+//
+// A few fields move a nested object not through its own field list but as one fixed block, the
+// object's whole in-memory image as a 32-bit build lays it out (type-identity word, version
+// prefix, members at their offsets). The block is built and taken apart member by member, never
+// copied over the object: reading one never changes the object's type and never stores a pointer
+// into it. Each class that travels so has a description, a specialisation
+//
+//     template <> struct cmddata::ImageLayout<CCmdThing> {
+//         struct Image {                  // the 32-bit layout, fixed-width fields only
+//             image::Head head;           // type word, version, reserved word (offsets 0, 4, 6)
+//             std::uint32_t value;        // offset 8
+//             image::Text name;           // offset 12, 16 bytes
+//         };
+//         template <class M> static void Map(M& m, Image& i, CCmdThing& o) {
+//             m.Head(i.head, o);
+//             m.Scalar(i.value, o.value);
+//             m.Owned(i.name, o.name);
+//         }
+//     };
+//
+// with static_asserts on sizeof(Image) and its offsets beside it; the field list names the
+// member with p.Image("name", member). What the block holds:
+// - the scalars of the object and of its nested records (Record) at their offsets;
+// - the version prefix of the object and of every nested object, as it stands;
+// - 0 in every other byte: the type-identity words, padding, and the pointers and counts of
+//   texts, buffers and lists (Owned), whose memory cannot travel in a block. A block therefore
+//   never holds an address of the writing process, and the same object always gives the same
+//   bytes.
+// Reading takes the scalars and version prefixes, ignores the type words, and empties every
+// Owned member (their counts in the block are never trusted).
+template <class T>
+struct ImageLayout;
+
+namespace image {
+/// The start of every object image: type-identity word, version, reserved word.
+struct Head {
+    std::uint32_t typeWord;
+    std::uint16_t version;
+    std::uint16_t reserved;
+};
+/// A CCmdString: head, data pointer, byte count (u16), padding.
+struct Text {
+    Head head;
+    std::uint32_t data;
+    std::uint16_t length;
+    std::uint16_t pad;
+};
+/// A CCmdBuffer: head, data pointer, byte count.
+struct Bytes {
+    Head head;
+    std::uint32_t data;
+    std::uint32_t size;
+};
+/// A CCmdList<T>: head, first node, last node, count.
+struct List {
+    Head head;
+    std::uint32_t first;
+    std::uint32_t last;
+    std::uint32_t count;
+};
+static_assert(sizeof(Head) == 8 && sizeof(Text) == 16 && sizeof(Bytes) == 16 && sizeof(List) == 20,
+              "object images follow the 32-bit layout");
+}  // namespace image
+
+namespace detail {
+
+// The mappers an image description runs with: build the block from the object, or take the
+// object's members from it.
+struct ImagePack {
+    void Head(image::Head& h, CCmdCore& o) {
+        h.version = Access::Version(o);
+        h.reserved = Access::Reserved(o);
+    }
+    template <class S, class V>
+    void Scalar(S& slot, V& member) {
+        static_assert(sizeof(S) == sizeof(V) && std::is_integral_v<S> && std::is_integral_v<V>,
+                      "an image slot has the width of its member");
+        std::memcpy(&slot, &member, sizeof slot);
+    }
+    template <class S, class C>
+    void Owned(S& slot, C& member) {
+        Head(slot.head, member);
+    }
+    template <class S, class C>
+    void Record(S& slot, C& member) {
+        static_assert(std::is_same_v<S, typename ImageLayout<C>::Image>, "image of the member");
+        ImageLayout<C>::Map(*this, slot, member);
+    }
+};
+struct ImageUnpack {
+    void Head(image::Head& h, CCmdCore& o) {  // the type word is never taken
+        Access::Version(o) = h.version;
+        Access::Reserved(o) = h.reserved;
+    }
+    template <class S, class V>
+    void Scalar(S& slot, V& member) {
+        static_assert(sizeof(S) == sizeof(V) && std::is_integral_v<S> && std::is_integral_v<V>,
+                      "an image slot has the width of its member");
+        std::memcpy(&member, &slot, sizeof slot);
+    }
+    template <class S, class C>
+    void Owned(S& slot, C& member) {
+        Head(slot.head, member);
+        member.RemoveAll();
+    }
+    template <class S, class C>
+    void Record(S& slot, C& member) {
+        static_assert(std::is_same_v<S, typename ImageLayout<C>::Image>, "image of the member");
+        ImageLayout<C>::Map(*this, slot, member);
+    }
+};
+
+// Fills the scalars an image carries with distinct non-zero values from next(); version
+// prefixes and owned members stay.
+template <class Next>
+struct ImageFill {
+    Next next;
+    void Head(image::Head&, CCmdCore&) {}
+    template <class S, class V>
+    void Scalar(S&, V& member) {
+        const std::uint64_t value = next();
+        std::memcpy(&member, &value, sizeof member);  // little-endian: the low bytes
+    }
+    template <class S, class C>
+    void Owned(S&, C&) {}
+    template <class S, class C>
+    void Record(S& slot, C& member) {
+        ImageLayout<C>::Map(*this, slot, member);
+    }
+};
+
+// Reads a block; the object takes it only where bytes actually came in (a transfer that moved
+// nothing leaves the object as it was).
+template <class T, class X>
+void ReadImage(T& object, X& x) {
+    typename ImageLayout<T>::Image block{};
+    const Result r = x.Bytes(&block, static_cast<std::int32_t>(sizeof block));
+    if (r != result::kOk && r != result::kVerifyFailed) return;
+    ImageUnpack m;
+    ImageLayout<T>::Map(m, block, object);
+}
+template <class T, class X>
+void WriteImage(T& object, X& x) {
+    typename ImageLayout<T>::Image block{};  // every byte not mapped stays 0
+    ImagePack m;
+    ImageLayout<T>::Map(m, block, object);
+    x.Bytes(&block, static_cast<std::int32_t>(sizeof block));
+}
+
+}  // namespace detail
+
 /// Reads each field from a reader, in list order, whatever failed before.
 class ReadProc {
 public:
@@ -185,6 +337,11 @@ public:
         l.ReadWith(
             r_, [](std::uint32_t, bool) {},
             [this](typename L::ItemType& item) { Record(nullptr, item); });
+    }
+    /// A nested object as its fixed in-memory image (see ImageLayout).
+    template <class T>
+    void Image(const char*, T& o) {
+        With([&](auto& x) { detail::ReadImage(o, x); });
     }
     template <class T>
     void Unsent(const char*, T&) {}
@@ -257,6 +414,10 @@ public:
         l.WriteWith(w_, [this](typename L::ItemType& item) { Record(nullptr, item); });
     }
     template <class T>
+    void Image(const char*, T& o) {
+        With([&](auto& x) { detail::WriteImage(o, x); });
+    }
+    template <class T>
     void Unsent(const char*, T&) {}
 
 private:
@@ -314,6 +475,11 @@ public:
     void List(const char*, L& l) {
         l.RemoveAll();
     }
+    /// An image member is emptied through its own RemoveAll, like a nested record.
+    template <class T>
+    void Image(const char*, T& o) {
+        o.T::RemoveAll();
+    }
     template <class T>
     void Unsent(const char*, T& v) {
         if constexpr (std::is_arithmetic_v<T>)
@@ -322,6 +488,29 @@ public:
             v.RemoveAll();
     }
 };
+
+// The describer shows an image as one field (WireType::kImage, its bytes as they travel).
+template <class T>
+void DescribeProc::Image(const char* name, T& object) {
+    using Block = typename ImageLayout<T>::Image;
+    if (failed_) return;
+    const FieldInfo info = Info(name, WireType::kImage, sizeof(Block));
+    Block block{};
+    if (mode_ == Mode::kDecode) {
+        detail::ViaReader x{*source_};
+        detail::ReadImage(object, x);
+        if (!CheckRead(info, "image")) return;
+    } else if (mode_ == Mode::kFill) {
+        auto next = [this] { return NextFill(); };
+        detail::ImageFill<decltype(next)> filler{next};
+        ImageLayout<T>::Map(filler, block, object);
+    }
+    offset_ += sizeof(Block);
+    if (visitor_ == nullptr) return;
+    detail::ImagePack m;
+    ImageLayout<T>::Map(m, block, object);
+    visitor_->Bytes(info, reinterpret_cast<const unsigned char*>(&block), sizeof(Block));
+}
 
 }  // namespace cmddata
 

@@ -112,6 +112,11 @@ public:
     void List(const char* name, T& list);
     template <class T>
     void Unsent(const char* name, T& value);
+    /// A nested object moved as its fixed in-memory image: one field of type kImage, reported
+    /// through FieldVisitor::Bytes. Defined with the library's processors (field lists of the
+    /// library only).
+    template <class T>
+    void Image(const char* name, T& object);
 
     // Used by the leaf classes and lists to report themselves.
     void TextBody(const char* name, CCmdString& text);

@@ -1,0 +1,404 @@
+// Trouble codes: the code records (stored, pending, permanent, with their freeze frames), code
+// information and detail records, and the messages that read, count and clear codes.
+//
+// Only the widths and order of the scalars and texts are fixed; their names say where they
+// stand, and their meaning belongs to the two processes.
+#pragma once
+
+#include <cstdint>
+
+#include "cmddata/command/header.h"
+#include "cmddata/command/layouts.h"
+#include "cmddata/command/message.h"
+#include "cmddata/core/buffer.h"
+#include "cmddata/core/fields.h"
+#include "cmddata/core/list.h"
+#include "cmddata/core/scalar.h"
+#include "cmddata/diagcode/freeze_frame.h"
+#include "cmddata/monitor/datmon_records.h"
+
+/// One trouble code: number, code text, description, value, flag and status text; from version
+/// 2 two freeze frames with two words each, version 3 one more word, version 4 a third frame,
+/// version 5 a word and the absolute time stamps.
+///
+/// The four version tests are separate (2, 3, 4, 5, each "at least"); a record read as version
+/// 0 carries the first seven fields only. The code number is declared first but travels after
+/// the status text. The working value never travels: it is the owner's, 0 in a fresh or emptied
+/// record. Default version 1 (no other is given).
+class CMDDATA_API CCmdDiagCode : public CCmdCore {
+public:
+    CMDDATA_FIELDS(CCmdDiagCode)
+    explicit CCmdDiagCode(std::uint16_t version = 1) : CCmdCore(version, 0) {}
+    std::uint16_t codeNumber = 0;  // travels after statusText
+    CCmdString codeText;
+    std::uint32_t workingValue = 0;  // never travels
+    CCmdString description;
+    std::uint32_t codeValue = 0;
+    std::uint8_t flag = 0;
+    CCmdString statusText;
+    std::uint32_t firstFrameWords[2] = {0, 0};  // version 2 and later
+    CCmdFrzFrmDat firstFrame;
+    std::uint32_t secondFrameWords[2] = {0, 0};
+    CCmdFrzFrmDat secondFrame;
+    std::uint32_t extraWord = 0;      // version 3 and later
+    CCmdFrzFrmDat thirdFrame;         // version 4 and later
+    std::uint32_t timeStampWord = 0;  // version 5 and later, with timeStamps
+    CCmdAbsoluteTimeStampInfo timeStamps;
+};
+
+/// The newer trouble code: three code words, three texts with a word after the first two, a
+/// class value and flag, two byte lists, the freeze frames as a list and as four fixed slots,
+/// a trailer of four scalars and the absolute time stamps. No version tests: every field always
+/// travels.
+///
+/// Two quirks are kept as the format has them. The class value and flag cross: writing sends
+/// the class value (u32) then the flag (u8), reading takes one byte into the flag and then four
+/// into the class value, so a record written and read back does not reproduce them. The four
+/// slots travel as the 144-byte in-memory image of a CCmdFrzFrmDatP5, not through its own
+/// fields: only its scalars and version prefixes arrive, its texts, conversion entries and items
+/// arrive empty (the layout is documented beside the library's image description). Default version
+/// 1 (no other is given).
+class CMDDATA_API CCmdDiagCodeP5 : public CCmdCore {
+public:
+    CMDDATA_FIELDS(CCmdDiagCodeP5)
+    static constexpr bool kCrossedFields = true;
+    static constexpr int kSlotCount = 4;
+    explicit CCmdDiagCodeP5(std::uint16_t version = 1) : CCmdCore(version, 0) {}
+    std::uint32_t codeWords[3] = {0, 0, 0};
+    CCmdString codeText;
+    std::uint32_t codeTextWord = 0;
+    CCmdString description;
+    std::uint32_t descriptionWord = 0;
+    CCmdString statusText;
+    std::uint32_t classValue = 0;  // crossed with flag on reading
+    std::uint8_t flag = 0;
+    CCmdList<CCmdByteData> firstBytes;
+    CCmdList<CCmdByteData> secondBytes;
+    std::uint32_t framesWord = 0;
+    CCmdList<CCmdFrzFrmDatP5> frames;
+    std::uint32_t slotsWord = 0;
+    CCmdFrzFrmDatP5 slots[kSlotCount];  // images; the fourth travels after lastSlotWord
+    std::uint32_t lastSlotWord = 0;
+    std::uint8_t trailerByte = 0;
+    std::uint16_t trailerWord = 0;
+    std::uint8_t trailerFlag = 0;
+    std::uint32_t trailerValue = 0;
+    CCmdAbsoluteTimeStampInfoP5 timeStamps;
+};
+
+/// What is known about one trouble code: code text, value, description, kind, status, flag,
+/// item number, a further word and the signals to highlight. Default version 1 (no other is
+/// given).
+class CMDDATA_API CCmdDiagCodeInfo : public CCmdCore {
+public:
+    CMDDATA_FIELDS(CCmdDiagCodeInfo)
+    explicit CCmdDiagCodeInfo(std::uint16_t version = 1) : CCmdCore(version, 0) {}
+    CCmdString codeText;
+    std::uint32_t codeValue = 0;
+    CCmdString description;
+    std::uint8_t kind = 0;
+    std::uint32_t status = 0;
+    std::uint8_t flag = 0;
+    std::uint16_t itemNumber = 0;
+    std::uint32_t extraWord = 0;
+    CCmdList<CCmdHighlightSignal> highlights;
+};
+
+/// How many trouble codes an ECU holds, and a flag.
+class CMDDATA_API CCmdDiagCodeCount : public CCmdCore {
+public:
+    CMDDATA_FIELDS(CCmdDiagCodeCount)
+    CCmdDiagCodeCount() = default;
+    std::uint16_t count = 0;
+    std::uint8_t flag = 0;
+};
+
+/// One detail record of a trouble code: its identifier and two words.
+class CMDDATA_API CCmdDiagDetail : public CCmdCore {
+public:
+    CMDDATA_FIELDS(CCmdDiagDetail)
+    CCmdDiagDetail() = default;
+    std::uint32_t detailId = 0;
+    std::uint32_t firstWord = 0;
+    std::uint32_t secondWord = 0;
+};
+
+/// Trouble codes kept with the header of the answer that brought them: the kind asked for, the
+/// codes and the answer's status word.
+///
+/// Converts from the answers of GetDiagCode and GetPendingCode (and CGetDiagCodeRcv,
+/// CGetPendingCodeRcv and CGetPermanentCodeRcv convert back) through one routine: the header
+/// words as CCmdBaseInfo takes and gives them, a deep copy of the codes, and the status word
+/// where the answer carries one (GetDiagCode's). The kind is not in any answer: taking an
+/// answer leaves it 0. Default version 1 (no other is given).
+class CMDDATA_API CCmdDiagCodeListInfo : public CCmdBaseInfo {
+public:
+    CMDDATA_FIELDS(CCmdDiagCodeListInfo)
+    explicit CCmdDiagCodeListInfo(std::uint16_t version = 1) : CCmdBaseInfo(version, 0) {}
+    using CCmdBaseInfo::operator=;
+    /// Empties this record, then takes the answer's status words, identifier and thread id, its
+    /// codes (deep copy) and its status word; version and reserved word stay.
+    void operator=(CGetDiagCodeRcv& source);
+    /// As above; a pending-code answer has no status word, so it stays 0.
+    void operator=(CGetPendingCodeRcv& source);
+    std::uint32_t codeKind = 0;
+    CCmdList<CCmdDiagCode> codes;
+    std::uint32_t codeStatus = 0;
+};
+
+/// Detail identifiers of a trouble code, with the header of the answer that brought them.
+/// Default version 1 (no other is given).
+class CMDDATA_API CCmdDiagDetailIdListInfo : public CCmdBaseInfo {
+public:
+    CMDDATA_FIELDS(CCmdDiagDetailIdListInfo)
+    explicit CCmdDiagDetailIdListInfo(std::uint16_t version = 1) : CCmdBaseInfo(version, 0) {}
+    using CCmdBaseInfo::operator=;
+    std::uint8_t detailKind = 0;
+    CCmdList<CCmdDiagDetail> details;
+};
+
+/// The freeze frames of one detail record, with the header of the answer that brought them.
+/// Default version 1 (no other is given).
+class CMDDATA_API CCmdDiagDetailListInfo : public CCmdBaseInfo {
+public:
+    CMDDATA_FIELDS(CCmdDiagDetailListInfo)
+    explicit CCmdDiagDetailListInfo(std::uint16_t version = 1) : CCmdBaseInfo(version, 0) {}
+    using CCmdBaseInfo::operator=;
+    std::uint32_t detailId = 0;
+    CCmdList<CCmdFrzFrmDat> frames;
+};
+
+/// The freeze frames of one detail number, with the header of the answer that brought them.
+/// Default version 1 (no other is given).
+class CMDDATA_API CCmdDiagDetailFrzFrmDatListInfo : public CCmdBaseInfo {
+public:
+    CMDDATA_FIELDS(CCmdDiagDetailFrzFrmDatListInfo)
+    explicit CCmdDiagDetailFrzFrmDatListInfo(std::uint16_t version = 1)
+        : CCmdBaseInfo(version, 0) {}
+    using CCmdBaseInfo::operator=;
+    std::uint8_t detailNumber = 0;
+    CCmdList<CCmdFrzFrmDat> frames;
+};
+
+/// The body the trouble-code answers share: the header, then the codes. The answers of
+/// GetPendingCode and GetPermanentCode are exactly this; GetDiagCode's adds a status word.
+class CMDDATA_API CCmdDiagCodeAnswer : public CCmdBase {
+public:
+    CMDDATA_FIELDS(CCmdDiagCodeAnswer)
+    CCmdDiagCodeAnswer(std::uint32_t commandId, std::uint16_t version, std::uint16_t reserved)
+        : CCmdBase(commandId, version, reserved) {}
+    /// Empties this answer (RemoveAll), then takes the kept record's status words and a deep
+    /// copy of its codes; identifier and thread id stay.
+    void operator=(CCmdDiagCodeListInfo& source);
+    CCmdList<CCmdDiagCode> codes;
+};
+
+/// Asks how many trouble codes there are of a kind.
+class CMDDATA_API CGetDiagCodeCountSnd : public CCmdSnd<cmddata::command::GetDiagCodeCount> {
+public:
+    CMDDATA_MESSAGE(CGetDiagCodeCountSnd)
+    std::uint16_t codeKind = 0;
+};
+
+/// How many trouble codes there are, and a flag.
+class CMDDATA_API CGetDiagCodeCountRcv : public CCmdRcv<cmddata::command::GetDiagCodeCount> {
+public:
+    CMDDATA_MESSAGE(CGetDiagCodeCountRcv)
+    std::uint16_t count = 0;
+    std::uint8_t flag = 0;
+};
+
+/// Asks for the stored trouble codes of a kind.
+class CMDDATA_API CGetDiagCodeSnd : public CCmdSnd<cmddata::command::GetDiagCode> {
+public:
+    CMDDATA_MESSAGE(CGetDiagCodeSnd)
+    std::uint32_t codeKind = 0;
+};
+
+/// The stored trouble codes, then a status word.
+class CMDDATA_API CGetDiagCodeRcv
+    : public CCmdRcv<cmddata::command::GetDiagCode, CCmdDiagCodeAnswer> {
+public:
+    CMDDATA_MESSAGE(CGetDiagCodeRcv)
+    /// The shared conversion (CCmdDiagCodeAnswer), the status word included.
+    void operator=(CCmdDiagCodeListInfo& source);
+    std::uint32_t codeStatus = 0;
+};
+
+/// Asks to clear the trouble codes of a kind.
+class CMDDATA_API CDelDiagCodeSnd : public CCmdSnd<cmddata::command::DelDiagCode> {
+public:
+    CMDDATA_MESSAGE(CDelDiagCodeSnd)
+    std::uint8_t codeKind = 0;
+};
+
+/// The outcome of clearing trouble codes.
+class CMDDATA_API CDelDiagCodeRcv : public CCmdRcv<cmddata::command::DelDiagCode> {
+public:
+    CMDDATA_MESSAGE(CDelDiagCodeRcv)
+    std::uint32_t result = 0;
+};
+
+/// Asks for the judgement of a trouble code.
+class CMDDATA_API CJudgeDiagStatusSnd : public CCmdSnd<cmddata::command::JudgeDiagStatus> {
+public:
+    CMDDATA_MESSAGE(CJudgeDiagStatusSnd)
+    CCmdString codeText;
+};
+
+/// The judgement of a trouble code. The judgement byte is declared after both texts but travels
+/// between them.
+class CMDDATA_API CJudgeDiagStatusRcv : public CCmdRcv<cmddata::command::JudgeDiagStatus> {
+public:
+    CMDDATA_MESSAGE(CJudgeDiagStatusRcv)
+    CCmdString codeText;
+    CCmdString statusText;
+    std::uint8_t judgement = 0;
+};
+
+/// Asks for the detail records of a kind.
+class CMDDATA_API CGetDiagDetailIdListSnd : public CCmdSnd<cmddata::command::GetDiagDetailIdList> {
+public:
+    CMDDATA_MESSAGE(CGetDiagDetailIdListSnd)
+    std::uint8_t detailKind = 0;
+};
+
+/// The detail records.
+class CMDDATA_API CGetDiagDetailIdListRcv : public CCmdRcv<cmddata::command::GetDiagDetailIdList> {
+public:
+    CMDDATA_MESSAGE(CGetDiagDetailIdListRcv)
+    CCmdList<CCmdDiagDetail> details;
+};
+
+/// Asks for the freeze frames of one detail record.
+class CMDDATA_API CGetDiagDetailSnd : public CCmdSnd<cmddata::command::GetDiagDetail> {
+public:
+    CMDDATA_MESSAGE(CGetDiagDetailSnd)
+    std::uint32_t detailId = 0;
+};
+
+/// The freeze frames of one detail record.
+class CMDDATA_API CGetDiagDetailRcv : public CCmdRcv<cmddata::command::GetDiagDetail> {
+public:
+    CMDDATA_MESSAGE(CGetDiagDetailRcv)
+    CCmdList<CCmdFrzFrmDat> frames;
+};
+
+/// Asks for the pending trouble codes (header only).
+class CMDDATA_API CGetPendingCodeSnd
+    : public CCmdSnd<cmddata::command::GetPendingCode, CCmdHeaderOnly> {
+public:
+    CMDDATA_MESSAGE_LAYOUT(CGetPendingCodeSnd)
+};
+
+/// The pending trouble codes.
+class CMDDATA_API CGetPendingCodeRcv
+    : public CCmdRcv<cmddata::command::GetPendingCode, CCmdDiagCodeAnswer> {
+public:
+    CMDDATA_MESSAGE_LAYOUT(CGetPendingCodeRcv)
+    using CCmdDiagCodeAnswer::operator=;
+};
+
+/// Asks for the permanent trouble codes (header only).
+class CMDDATA_API CGetPermanentCodeSnd
+    : public CCmdSnd<cmddata::command::GetPermanentCode, CCmdHeaderOnly> {
+public:
+    CMDDATA_MESSAGE_LAYOUT(CGetPermanentCodeSnd)
+};
+
+/// The permanent trouble codes.
+class CMDDATA_API CGetPermanentCodeRcv
+    : public CCmdRcv<cmddata::command::GetPermanentCode, CCmdDiagCodeAnswer> {
+public:
+    CMDDATA_MESSAGE_LAYOUT(CGetPermanentCodeRcv)
+    using CCmdDiagCodeAnswer::operator=;
+};
+
+/// Asks what is known about a trouble code of a kind.
+class CMDDATA_API CGetDiagCodeInfoSnd : public CCmdSnd<cmddata::command::GetDiagCodeInfo> {
+public:
+    CMDDATA_MESSAGE(CGetDiagCodeInfoSnd)
+    std::uint16_t codeKind = 0;
+    CCmdString codeText;
+};
+
+/// What is known about the trouble codes asked for.
+class CMDDATA_API CGetDiagCodeInfoRcv : public CCmdRcv<cmddata::command::GetDiagCodeInfo> {
+public:
+    CMDDATA_MESSAGE(CGetDiagCodeInfoRcv)
+    CCmdList<CCmdDiagCodeInfo> infos;
+};
+
+/// Asks for the newer trouble codes: three request words.
+class CMDDATA_API CGetDiagCodeP5Snd : public CCmdSnd<cmddata::command::GetDiagCodeP5> {
+public:
+    CMDDATA_MESSAGE(CGetDiagCodeP5Snd)
+    std::uint32_t requestWords[3] = {0, 0, 0};
+};
+
+/// The newer trouble codes (their class value and flag cross on reading, see CCmdDiagCodeP5).
+class CMDDATA_API CGetDiagCodeP5Rcv : public CCmdRcv<cmddata::command::GetDiagCodeP5> {
+public:
+    CMDDATA_MESSAGE(CGetDiagCodeP5Rcv)
+    static constexpr bool kCrossedFields = true;
+    CCmdList<CCmdDiagCodeP5> codes;
+};
+
+/// Asks to clear the trouble codes, the second clearing command (header only).
+class CMDDATA_API CDelDiagCodeForMazdaVehicleSnd
+    : public CCmdSnd<cmddata::command::DelDiagCodeForMazdaVehicle, CCmdHeaderOnly> {
+public:
+    CMDDATA_MESSAGE_LAYOUT(CDelDiagCodeForMazdaVehicleSnd)
+};
+
+/// The outcome of the second clearing command, in the status words (header only).
+class CMDDATA_API CDelDiagCodeForMazdaVehicleRcv
+    : public CCmdRcv<cmddata::command::DelDiagCodeForMazdaVehicle, CCmdHeaderOnly> {
+public:
+    CMDDATA_MESSAGE_LAYOUT(CDelDiagCodeForMazdaVehicleRcv)
+};
+
+/// Asks for one newer trouble code with its freeze frames: a code word, the frame numbers and
+/// item numbers wanted (as bytes), and a further word.
+class CMDDATA_API CGetEachFrzFrmDatP5Snd : public CCmdSnd<cmddata::command::GetEachFrzFrmDatP5> {
+public:
+    CMDDATA_MESSAGE(CGetEachFrzFrmDatP5Snd)
+    std::uint32_t codeWord = 0;
+    CCmdList<CCmdByteData> frameNumbers;
+    CCmdList<CCmdByteData> itemNumbers;
+    std::uint32_t extraWord = 0;
+};
+
+/// One newer trouble code with its freeze frames (its class value and flag cross on reading).
+class CMDDATA_API CGetEachFrzFrmDatP5Rcv : public CCmdRcv<cmddata::command::GetEachFrzFrmDatP5> {
+public:
+    CMDDATA_MESSAGE(CGetEachFrzFrmDatP5Rcv)
+    static constexpr bool kCrossedFields = true;
+    CCmdDiagCodeP5 code;
+};
+
+/// GetDiagCodeWOTS's request: the stored-code request under its own identifier.
+CMDDATA_DERIVED_COMMAND(CGetDiagCodeWOTSSnd, CGetDiagCodeSnd, GetDiagCodeWOTS);
+
+/// GetDiagCodeWOTS's answer: the stored-code answer under its own identifier.
+CMDDATA_DERIVED_COMMAND(CGetDiagCodeWOTSRcv, CGetDiagCodeRcv, GetDiagCodeWOTS);
+
+/// GetPendingCodeWOTS's request: the pending-code request under its own identifier.
+CMDDATA_DERIVED_COMMAND(CGetPendingCodeWOTSSnd, CGetPendingCodeSnd, GetPendingCodeWOTS);
+
+/// GetPendingCodeWOTS's answer: the pending-code answer under its own identifier.
+CMDDATA_DERIVED_COMMAND(CGetPendingCodeWOTSRcv, CGetPendingCodeRcv, GetPendingCodeWOTS);
+
+/// Asks for the codes found by the CAN bus check: the stored-code request under its own
+/// identifier.
+CMDDATA_DERIVED_COMMAND(CGetDiagCodeCanBusDiagSnd, CGetDiagCodeSnd, GetDiagCodeCanBusDiag);
+
+/// The codes found by the CAN bus check: the stored-code answer under its own identifier.
+CMDDATA_DERIVED_COMMAND(CGetDiagCodeCanBusDiagRcv, CGetDiagCodeRcv, GetDiagCodeCanBusDiag);
+
+/// Asks for the newer codes found by the CAN bus check: the newer code request under its own
+/// identifier.
+CMDDATA_DERIVED_COMMAND(CGetDiagCodeCanBusDiagP5Snd, CGetDiagCodeP5Snd, GetDiagCodeCanBusDiagP5);
+
+/// The newer codes found by the CAN bus check: the newer code answer under its own identifier.
+CMDDATA_DERIVED_COMMAND(CGetDiagCodeCanBusDiagP5Rcv, CGetDiagCodeP5Rcv, GetDiagCodeCanBusDiagP5);
