@@ -18,6 +18,7 @@
 #include "cmddata/monitor/conversion.h"
 #include "cmddata/monitor/datmon.h"
 #include "cmddata/monitor/datmon_records.h"
+#include "cmddata/monitor/multi_mon.h"
 #include "cmddata/platform/export.h"
 #include "cmddata/platform/platform.h"
 #include "cmddata/vehicle/car_info.h"
