@@ -16,6 +16,7 @@
 #include "cmddata/core/shared_region.h"
 #include "cmddata/diagcode/freeze_frame.h"
 #include "cmddata/monitor/conversion.h"
+#include "cmddata/monitor/custom.h"
 #include "cmddata/monitor/datmon.h"
 #include "cmddata/monitor/datmon_records.h"
 #include "cmddata/monitor/multi_mon.h"
