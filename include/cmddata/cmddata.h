@@ -22,11 +22,8 @@
 #include "cmddata/monitor/custom.h"
 #include "cmddata/monitor/datmon.h"
 #include "cmddata/monitor/datmon_records.h"
-<<<<<<< HEAD
 #include "cmddata/monitor/function.h"
-=======
 #include "cmddata/monitor/multi_mon.h"
->>>>>>> fam-monitor2
 #include "cmddata/platform/export.h"
 #include "cmddata/platform/platform.h"
 #include "cmddata/vehicle/car_info.h"
