@@ -1,5 +1,6 @@
 // cmddata demo: the requesting side. Creates the named region and the signals, starts the vehicle
-// side as a second process, plays every family's requests and prints the transcript.
+// side as a second process, plays the showcases, then walks every command whose two classes are
+// built, and prints the transcript.
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -7,178 +8,207 @@
 #include <iostream>
 #include <memory>
 
-#include "cli.h"
-#include "cmddata/command/catalogue.h"
+#include "cmddata/core/describe.h"
 #include "cmddata/core/result.h"
 #include "cmddata/core/shared_region.h"
 #include "demo.h"
 #include "os.h"
+#include "registry.h"
 #include "signalling.h"
 #include "text.h"
+#include "tool.h"
 
 namespace cmdtool {
 
 namespace {
 
-const char kHelp[] =
-    "usage: cmddata demo [--save DIR] [--timeout-ms N]\n"
-    "\n"
-    "Plays a typical exchange between two processes. This process creates a named shared region\n"
-    "and starts a second one (the simulated vehicle side); for each command of the families\n"
-    "built in it writes the request into the region, signals, waits for the answer and reads\n"
-    "it back, printing a transcript: the vehicle identification, the monitor items with their\n"
-    "conversion, the freeze-frame items, and every message's size on the wire.\n"
-    "\n"
-    "  --save DIR       write each message's bytes to DIR/NN-Command-snd.bin / -rcv.bin\n"
-    "  --timeout-ms N   longest wait for the other side (default 5000); a side that dies or\n"
-    "                   stays silent is reported and the demo exits with status 1\n"
-    "  --fault F        make the vehicle side misbehave, for testing: exit:K (die on request\n"
-    "                   K), mute:K (stop answering at request K), garble:K (answer request K\n"
-    "                   with damaged bytes)\n";
-
-constexpr std::uint32_t kRegionSize = 64 * 1024;
+using cmddata::Side;
 
 class DemoSession : public Session {
 public:
     DemoSession(cmddata::SharedRegion& region, Signals& signals, os::Child& child,
-                std::uint32_t timeoutMs, const std::string& saveDir)
-        : region_(region),
-          signals_(signals),
-          child_(child),
-          timeoutMs_(timeoutMs),
-          saveDir_(saveDir) {}
+                const DemoOptions& options)
+        : region_(region), signals_(signals), child_(child), options_(options) {}
 
     std::ostream& Out() override { return std::cout; }
 
-    bool Exchange(std::uint32_t command, CCmdCore& request, CCmdCore& answer) override {
-        const cmddata::CommandInfo* info = cmddata::FindCommand(command);
-        const std::string name =
-            info != nullptr ? info->name : "command " + std::to_string(command);
-        ++count_;
-        char line[160];
-
-        std::memset(region_.data(), 0, region_.size());
-        CCmdWriter writer(region_.handle(), region_.size());
-        writer.Write(&request);
-        if (writer.GetLastError() != cmddata::result::kOk) {
-            std::cout << "  ! writing the " << name
-                      << " request failed: " << HexWord(writer.GetLastError(), 4) << " "
-                      << cmddata::ResultName(writer.GetLastError()) << "\n";
-            return false;
-        }
-        const std::uint32_t sent = writer.GetPosition();
-        if (!Save(name, "snd", sent)) return false;
-        signals_.RequestReady();
-
-        const WaitOutcome waited =
-            signals_.WaitAnswer(timeoutMs_, [this] { return !child_.Ended(nullptr, nullptr); });
-        if (waited != WaitOutcome::kSignalled) {
-            std::string how;
-            child_.Ended(nullptr, &how);
-            if (waited == WaitOutcome::kPeerGone)
-                std::cout << "  ! the vehicle side " << how << " without answering the " << name
-                          << " request\n";
-            else
-                std::cout << "  ! no answer to the " << name << " request within " << timeoutMs_
-                          << " ms: the vehicle side is not responding\n";
-            return false;
-        }
-
-        CCmdReader reader(region_.handle(), region_.size());
+    bool Exchange(const cmddata::CommandInfo& command, std::uint32_t showcase, CCmdCore& request,
+                  CCmdCore& answer) override {
+        Control control;
+        std::uint32_t sent = 0;
+        if (!Send(command, showcase, request, &sent, &control)) return false;
+        CCmdReader reader;
+        reader.AttachView(region_.data(), kMessageArea);
         reader.Read(&answer);
-        if (reader.GetLastError() != cmddata::result::kOk) {
-            std::cout << "  ! the " << name << " answer does not decode: result "
-                      << HexWord(reader.GetLastError(), 4) << " "
-                      << cmddata::ResultName(reader.GetLastError()) << "\n";
-            Save(name, "rcv", region_.size() < 256 ? region_.size() : 256);
-            return false;
-        }
         const std::uint32_t received = reader.GetPosition();
-        if (!Save(name, "rcv", received)) return false;
-        bytesSent_ += sent;
-        bytesReceived_ += received;
+        const bool decoded = reader.GetLastError() == 0 && received == control.answerSize;
+        Line(command, sent, decoded ? received : control.answerSize,
+             decoded && control.problem.empty() ? "showcase" : "MISMATCH");
+        if (!control.problem.empty()) Fail(command, "the vehicle side found: " + control.problem);
+        if (reader.GetLastError() != 0)
+            Fail(command, "the answer does not decode: result " +
+                              HexWord(reader.GetLastError(), 4) + " " +
+                              cmddata::ResultName(reader.GetLastError()));
+        else if (!decoded)
+            Fail(command, "the answer decodes " + std::to_string(received) + " bytes, not the " +
+                              std::to_string(control.answerSize) + " written");
+        return Save(command, "rcv", control.answerSize) && decoded && control.problem.empty();
+    }
 
-        const std::uint32_t result = OutcomeOf(answer);
-        std::snprintf(line, sizeof(line),
-                      "  [%02u] %-22s request %5u bytes  answer %5u bytes  %s\n", count_,
-                      name.c_str(), static_cast<unsigned>(sent), static_cast<unsigned>(received),
-                      OutcomeName(result));
-        std::cout << line;
-        return true;
+    /// One command of the walk: the request filled, checked by the vehicle side, the answer
+    /// checked here. False only when the exchange broke off.
+    bool Walk(const cmddata::CommandInfo& command) {
+        const cmddata::ClassInfo* snd = cmddata::FindMessageClass(command, Side::kSend);
+        const cmddata::ClassInfo* rcv = cmddata::FindMessageClass(command, Side::kReceive);
+        std::unique_ptr<CCmdCore> request(snd->make(cmddata::DefaultVersion(command, Side::kSend)));
+        if (!request) return Broke(command, "out of memory");
+        cmddata::Fill(*request, FillSeed(command, Side::kSend));
+        Control control;
+        std::uint32_t sent = 0;
+        if (!Send(command, 0, *request, &sent, &control)) return false;
+
+        std::uint32_t received = 0;
+        const std::string problem =
+            CheckFilled(*rcv, cmddata::DefaultVersion(command, Side::kReceive),
+                        FillSeed(command, Side::kReceive), region_.data(), kMessageArea, &received);
+        std::string note = problem.empty() && control.problem.empty() ? "ok" : "MISMATCH";
+        if (control.recognised == Recognised::kControlWord)
+            note += ", no header: named by the control block";
+        else if (control.recognised == Recognised::kPrefixedHeader)
+            note += ", identifier behind the version prefix";
+        if (!command.payloadKnown) note += ", payload undefined";
+        Line(command, sent, received, note);
+        if (!control.problem.empty()) Fail(command, "the vehicle side found: " + control.problem);
+        if (!problem.empty()) Fail(command, "the answer " + problem);
+        ++walked_;
+        return Save(command, "rcv", received);
     }
 
     std::uint32_t Count() const { return count_; }
+    std::uint32_t Walked() const { return walked_; }
+    std::uint32_t Mismatches() const { return mismatches_; }
+    bool Broken() const { return broken_; }
     std::uint64_t BytesSent() const { return bytesSent_; }
     std::uint64_t BytesReceived() const { return bytesReceived_; }
 
 private:
-    // The exact bytes of the message, as they lie at the start of the region.
-    bool Save(const std::string& name, const char* side, std::uint32_t size) {
-        if (saveDir_.empty()) return true;
-        char file[64];
-        std::snprintf(file, sizeof(file), "%02u-%s-%s.bin", count_, name.c_str(), side);
-        const std::string path = (std::filesystem::path(saveDir_) / file).string();
+    // Writes the request and the control block, signals and waits for the answer; false (and the
+    // reason printed) when the exchange broke off.
+    bool Send(const cmddata::CommandInfo& command, std::uint32_t showcase, CCmdCore& request,
+              std::uint32_t* sent, Control* control) {
+        ++count_;
+        std::memset(region_.data(), 0, kMessageArea);
+        CCmdWriter writer;
+        writer.AttachView(region_.data(), kMessageArea);
+        writer.Write(&request);
+        if (writer.GetLastError() != 0)
+            return Broke(command, "writing the " + std::string(command.name) + " request failed: " +
+                                      cmddata::ResultName(writer.GetLastError()));
+        *sent = writer.GetPosition();
+        if (!Save(command, "snd", *sent)) return false;
+        Control told;
+        told.command = static_cast<std::uint32_t>(&command - cmddata::kCommands) + 1;
+        told.showcase = showcase;
+        told.Store(region_.data() + kMessageArea);
+        signals_.RequestReady();
+
+        const WaitOutcome waited = signals_.WaitAnswer(
+            options_.timeoutMs, [this] { return !child_.Ended(nullptr, nullptr); });
+        if (waited != WaitOutcome::kSignalled) {
+            std::string how;
+            child_.Ended(nullptr, &how);
+            if (waited == WaitOutcome::kPeerGone)
+                return Broke(command, "the vehicle side " + how + " without answering the " +
+                                          command.name + " request");
+            return Broke(command, "no answer to the " + std::string(command.name) +
+                                      " request within " + std::to_string(options_.timeoutMs) +
+                                      " ms: the vehicle side is not responding");
+        }
+        *control = Control::Load(region_.data() + kMessageArea);
+        bytesSent_ += *sent;
+        return true;
+    }
+
+    void Line(const cmddata::CommandInfo& command, std::uint32_t sent, std::uint32_t received,
+              const std::string& note) {
+        bytesReceived_ += received;
+        char line[200];
+        std::snprintf(line, sizeof line, "  [%03u] %-32s request %6u bytes  answer %6u bytes  %s\n",
+                      count_, command.name, static_cast<unsigned>(sent),
+                      static_cast<unsigned>(received), note.c_str());
+        std::cout << line;
+    }
+
+    void Fail(const cmddata::CommandInfo& command, const std::string& why) {
+        ++mismatches_;
+        std::cout << "  ! " << command.name << ": " << why << "\n";
+    }
+
+    bool Broke(const cmddata::CommandInfo&, const std::string& why) {
+        broken_ = true;
+        std::cout << "  ! " << why << "\n";
+        return false;
+    }
+
+    // The message's bytes as they lie at the start of the region.
+    bool Save(const cmddata::CommandInfo& command, const char* side, std::uint32_t size) {
+        if (options_.saveDir.empty()) return true;
+        char file[80];
+        std::snprintf(file, sizeof file, "%03u-%s-%s.bin", count_, command.name, side);
+        const std::string path = (std::filesystem::path(options_.saveDir) / file).string();
         std::ofstream out(path, std::ios::binary);
         out.write(reinterpret_cast<const char*>(region_.data()), size);
-        if (!out) {
-            std::cout << "  ! cannot write " << path << "\n";
-            return false;
-        }
+        if (!out) return Broke(command, "cannot write " + path);
         return true;
     }
 
     cmddata::SharedRegion& region_;
     Signals& signals_;
     os::Child& child_;
-    std::uint32_t timeoutMs_;
-    std::string saveDir_;
+    const DemoOptions& options_;
     std::uint32_t count_ = 0;
+    std::uint32_t walked_ = 0;
+    std::uint32_t mismatches_ = 0;
+    bool broken_ = false;
     std::uint64_t bytesSent_ = 0;
     std::uint64_t bytesReceived_ = 0;
 };
 
-bool ValidFault(const std::string& fault) {
-    for (const char* kind : {"exit:", "mute:", "garble:"}) {
-        const std::size_t n = std::strlen(kind);
-        std::uint64_t k = 0;
-        if (fault.compare(0, n, kind) == 0 && ParseNumber(fault.substr(n), 1000000, &k) && k > 0)
-            return true;
+std::string FaultArgument(const Fault& fault) {
+    static const char* const kNames[] = {"", "exit", "mute", "garble", "skew"};
+    return std::string(kNames[fault.kind]) + ":" + std::to_string(fault.at);
+}
+
+// Plays the showcases, then every built command; stops when an exchange breaks off.
+void Play(DemoSession& session) {
+    std::size_t count = 0;
+    const Showcase* showcases = Showcases(&count);
+    for (std::size_t i = 0; i < count && !session.Broken(); ++i) {
+        std::cout << "\n== " << showcases[i].title << "\n";
+        showcases[i].play(session);
     }
-    return false;
+    std::cout << "\n== every built command, " << BuiltCommandCount() << " of "
+              << cmddata::kCommandCount << ": both messages filled, each checked by its reader\n"
+              << "   (a message without a header cannot be told from the region: the control "
+                 "block names its command)\n";
+    for (const cmddata::CommandInfo& c : cmddata::kCommands) {
+        if (session.Broken()) break;
+        if (IsBuilt(c, Side::kSend) && IsBuilt(c, Side::kReceive)) session.Walk(c);
+    }
 }
 
 }  // namespace
 
-int RunDemo(const std::vector<std::string>& args) {
-    ParsedArgs parsed;
-    std::string error;
-    if (!ParseArgs(args, {{"--save", true}, {"--timeout-ms", true}, {"--fault", true}}, &parsed,
-                   &error))
-        return UsageError("demo", error);
-    if (parsed.help) {
-        std::fputs(kHelp, stdout);
-        return kExitOk;
-    }
-    if (!parsed.positional.empty())
-        return UsageError("demo", "unexpected argument '" + parsed.positional[0] + "'");
-    std::uint64_t timeoutMs = 5000;
-    if (parsed.Has("--timeout-ms") &&
-        (!ParseNumber(parsed.Get("--timeout-ms"), 600000, &timeoutMs) || timeoutMs == 0))
-        return UsageError("demo", "--timeout-ms needs a number from 1 to 600000");
-    const std::string fault = parsed.Get("--fault");
-    if (parsed.Has("--fault") && !ValidFault(fault))
-        return UsageError("demo", "--fault must be exit:K, mute:K or garble:K (K from 1)");
-    const std::string saveDir = parsed.Get("--save");
-    if (parsed.Has("--save")) {
+int RunDemo(const DemoOptions& options) {
+    if (!options.saveDir.empty()) {
         std::error_code ec;
-        std::filesystem::create_directories(saveDir, ec);
-        if (ec || saveDir.empty()) {
+        std::filesystem::create_directories(options.saveDir, ec);
+        if (ec) {
             std::fprintf(stderr, "cmddata demo: cannot create the directory '%s'\n",
-                         saveDir.c_str());
+                         options.saveDir.c_str());
             return kExitFailed;
         }
     }
-
     const std::string name = "cmddata-demo-" + std::to_string(os::ProcessId());
     cmddata::SharedRegion region = cmddata::SharedRegion::CreateNamed(name, kRegionSize);
     if (!region.IsValid()) {
@@ -186,6 +216,7 @@ int RunDemo(const std::vector<std::string>& args) {
         return kExitFailed;
     }
     Signals signals;
+    std::string error;
     if (!signals.Create(name, &error)) {
         std::fprintf(stderr, "cmddata demo: %s\n", error.c_str());
         return kExitFailed;
@@ -194,10 +225,10 @@ int RunDemo(const std::vector<std::string>& args) {
     std::vector<std::string> childArgs = {"cmddata",      "vehicle-side",
                                           "--region",     name,
                                           "--parent",     std::to_string(os::ProcessId()),
-                                          "--timeout-ms", std::to_string(timeoutMs)};
-    if (!fault.empty()) {
+                                          "--timeout-ms", std::to_string(options.timeoutMs)};
+    if (options.fault.kind != Fault::kNone) {
         childArgs.push_back("--fault");
-        childArgs.push_back(fault);
+        childArgs.push_back(FaultArgument(options.fault));
     }
     os::Child child;
     if (self.empty() || !child.Start(self, childArgs, &error)) {
@@ -206,31 +237,32 @@ int RunDemo(const std::vector<std::string>& args) {
         return kExitFailed;
     }
     std::cout << "requesting side: process " << os::ProcessId() << ", region '" << name << "' ("
-              << region.size() << " bytes)\n"
+              << region.size() << " bytes, the last " << kControlSize << " a control block)\n"
               << "vehicle side:    process " << child.Id() << "\n";
 
-    DemoSession session(region, signals, child, static_cast<std::uint32_t>(timeoutMs), saveDir);
-    bool ok = true;
-    std::size_t familyCount = 0;
-    const Family* const* families = Families(&familyCount);
-    for (std::size_t i = 0; i < familyCount && ok; ++i) {
-        std::cout << "\n== " << families[i]->title << "\n";
-        ok = families[i]->play(session);
-    }
+    DemoSession session(region, signals, child, options);
+    Play(session);
 
     signals.EndSession();
     int code = 0;
     std::string how;
-    if (!child.Wait(static_cast<std::uint32_t>(timeoutMs), &code, &how)) {
+    if (!child.Wait(options.timeoutMs, &code, &how)) {
         child.Kill();
-        how = "did not end within " + std::to_string(timeoutMs) + " ms and was stopped";
+        how = "did not end within " + std::to_string(options.timeoutMs) + " ms and was stopped";
         code = -1;
     }
     std::cout << "\n"
-              << session.Count() << " exchanges, " << session.BytesSent() << " bytes requested, "
-              << session.BytesReceived() << " bytes answered; vehicle side " << how << "\n";
-    if (!ok) {
+              << session.Count() << " exchanges (" << session.Walked() << " commands walked), "
+              << session.BytesSent() << " bytes requested, " << session.BytesReceived()
+              << " bytes answered, " << session.Mismatches() << " differing; vehicle side " << how
+              << "\n";
+    if (session.Broken()) {
         std::cout << "demo FAILED: the exchange above broke off\n";
+        return kExitFailed;
+    }
+    if (session.Mismatches() != 0) {
+        std::cout << "demo FAILED: messages differ from what was sent (" << session.Mismatches()
+                  << ")\n";
         return kExitFailed;
     }
     if (code != 0) {

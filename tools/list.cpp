@@ -2,37 +2,14 @@
 #include <cstdio>
 #include <iostream>
 
-#include "cli.h"
 #include "registry.h"
 #include "text.h"
+#include "tool.h"
 
 namespace cmdtool {
 
-namespace {
-
-const char kHelp[] =
-    "usage: cmddata list [SUBSTRING]\n"
-    "\n"
-    "Lists the command catalogue: identifier, name, framing of the send/receive message\n"
-    "(header = 20-byte header first, prefix+header = 4-byte version prefix then the header,\n"
-    "none = no header on the wire), version rule per side (1, 2: fixed; V1..V3: constructor\n"
-    "argument with that default; 1*: argument ignored; d: derived from the command named in\n"
-    "'layout of'), whether the two classes are built into this program, and 'payload\n"
-    "undefined' for commands whose classes carry the header alone.\n"
-    "SUBSTRING keeps the commands whose name contains it (any case) or whose identifier is it.\n";
-
-}  // namespace
-
-int RunList(const std::vector<std::string>& args) {
-    ParsedArgs parsed;
-    std::string error;
-    if (!ParseArgs(args, {}, &parsed, &error)) return UsageError("list", error);
-    if (parsed.help) {
-        std::fputs(kHelp, stdout);
-        return kExitOk;
-    }
-    if (parsed.positional.size() > 1) return UsageError("list", "at most one SUBSTRING");
-    const std::string filter = parsed.positional.empty() ? "" : parsed.positional[0];
+int RunList(const ListOptions& options) {
+    const std::string& filter = options.filter;
 
     std::printf("%4s  %-34s %-28s %-7s %-9s %s\n", "id", "command", "framing snd/rcv", "version",
                 "classes", "notes");
@@ -56,7 +33,7 @@ int RunList(const std::vector<std::string>& args) {
         std::printf("%4u  %-34s %-28s %-7s %-9s %s\n", static_cast<unsigned>(c.id), c.name,
                     framing.c_str(), version.c_str(), classes, notes.c_str());
     }
-    std::printf("%zu of %zu commands shown; %zu of %zu built (both classes).\n", shown,
+    std::printf("%zu of %zu commands shown; %zu of %zu commands built (both classes).\n", shown,
                 cmddata::kCommandCount, BuiltCommandCount(), cmddata::kCommandCount);
     return kExitOk;
 }

@@ -65,23 +65,21 @@ std::unique_ptr<CCmdCore> MakeMessage(const cmddata::CommandInfo& command, Side 
     return nullptr;
 }
 
-const cmddata::CommandInfo* CommandFromBytes(const unsigned char* data, std::size_t size,
-                                             Side side) {
-    auto u32 = [data](std::size_t at) {
-        return static_cast<std::uint32_t>(data[at]) |
-               static_cast<std::uint32_t>(data[at + 1]) << 8 |
-               static_cast<std::uint32_t>(data[at + 2]) << 16 |
-               static_cast<std::uint32_t>(data[at + 3]) << 24;
-    };
-    if (size >= 4) {
-        const cmddata::CommandInfo* c = cmddata::FindCommand(u32(0));
-        if (c != nullptr && c->FramingOf(side) == cmddata::Framing::kHeader) return c;
-    }
-    if (size >= 8) {
-        const cmddata::CommandInfo* c = cmddata::FindCommand(u32(4));
-        if (c != nullptr && c->FramingOf(side) == cmddata::Framing::kVersionedHeader) return c;
-    }
-    return nullptr;
+std::uint32_t U32At(const unsigned char* data, std::size_t at) {
+    return static_cast<std::uint32_t>(data[at]) | static_cast<std::uint32_t>(data[at + 1]) << 8 |
+           static_cast<std::uint32_t>(data[at + 2]) << 16 |
+           static_cast<std::uint32_t>(data[at + 3]) << 24;
+}
+
+const cmddata::CommandInfo* CommandNamed(const unsigned char* data, std::size_t size,
+                                         cmddata::Framing framing, const Side* side) {
+    const std::size_t at = IdentifierOffset(framing);
+    if (framing == cmddata::Framing::kNone || size < at + 4) return nullptr;
+    const cmddata::CommandInfo* c = cmddata::FindCommand(U32At(data, at));
+    if (c == nullptr) return nullptr;
+    const bool fits = side != nullptr ? c->FramingOf(*side) == framing
+                                      : c->sendFraming == framing || c->receiveFraming == framing;
+    return fits ? c : nullptr;
 }
 
 const char* SideName(Side side) { return side == Side::kSend ? "snd" : "rcv"; }

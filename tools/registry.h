@@ -32,10 +32,18 @@ std::size_t BuiltCommandCount();
 std::unique_ptr<CCmdCore> MakeMessage(const cmddata::CommandInfo& command, cmddata::Side side,
                                       std::uint16_t version, bool* standIn);
 
-/// The command a region holds on one side, from its leading identifier: the first u32 for a
-/// plain header, the u32 after the 4-byte prefix for a prefixed one. Null when neither fits.
-const cmddata::CommandInfo* CommandFromBytes(const unsigned char* data, std::size_t size,
-                                             cmddata::Side side);
+/// The little-endian u32 at data[at..at+4) (the caller checks the size).
+std::uint32_t U32At(const unsigned char* data, std::size_t at);
+/// Where a framing puts the command identifier: 0 for a plain header, 4 behind the version
+/// prefix of a prefixed one.
+constexpr std::size_t IdentifierOffset(cmddata::Framing framing) {
+    return framing == cmddata::Framing::kVersionedHeader ? 4 : 0;
+}
+/// The command that a message's identifier names when read where the framing puts it, if that
+/// command frames the side so (on either side when side is null). Null when the bytes are too
+/// short, the framing carries no identifier or the identifier names no such command.
+const cmddata::CommandInfo* CommandNamed(const unsigned char* data, std::size_t size,
+                                         cmddata::Framing framing, const cmddata::Side* side);
 
 const char* SideName(cmddata::Side side);           // "snd" / "rcv"
 const char* FramingName(cmddata::Framing framing);  // "header", "prefix+header", "none"

@@ -1,4 +1,4 @@
-// Small text helpers shared by the printers: hex, 16-bit text, JSON escaping.
+// Small text helpers shared by the printers: hex, 16-bit text.
 #pragma once
 
 #include <cstddef>
@@ -26,9 +26,6 @@ std::string Utf16ToUtf8(const unsigned char* data, std::size_t size, bool* clean
 std::string Utf16ToUtf8(const std::uint16_t* text);
 /// UTF-8/ASCII to a NUL-terminated 16-bit text (ASCII is all the demo needs).
 std::u16string Ascii16(const std::string& text);
-
-/// A JSON string literal, quotes included.
-std::string JsonString(const std::string& text);
 
 /// Case-insensitive substring test.
 bool ContainsNoCase(const std::string& haystack, const std::string& needle);

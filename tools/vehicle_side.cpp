@@ -1,127 +1,116 @@
 // The demo's vehicle side (hidden subcommand 'vehicle-side', started by 'demo'): waits for a
-// request, learns the command from its leading identifier, builds the matching classes through
-// the registry, answers from the simulated vehicle and signals back.
+// request, recognises its command, checks it against the fill both sides expect (or hands it to
+// a showcase), answers with the receive class filled the same way and signals back.
 #include <cstdio>
 #include <cstring>
 #include <memory>
 
-#include "cli.h"
-#include "cmddata/command/layouts.h"
+#include "cmddata/core/describe.h"
+#include "cmddata/core/result.h"
 #include "cmddata/core/shared_region.h"
 #include "demo.h"
 #include "os.h"
 #include "registry.h"
 #include "signalling.h"
+#include "tool.h"
 
 namespace cmdtool {
 
 namespace {
 
-struct Fault {
-    enum Kind { kNone, kExit, kMute, kGarble } kind = kNone;
-    std::uint64_t at = 0;  // the request number (from 1) where it starts
-};
+using cmddata::Side;
 
-bool ParseFault(const std::string& text, Fault* fault) {
-    const struct {
-        const char* prefix;
-        Fault::Kind kind;
-    } kinds[] = {{"exit:", Fault::kExit}, {"mute:", Fault::kMute}, {"garble:", Fault::kGarble}};
-    for (const auto& k : kinds) {
-        const std::size_t n = std::strlen(k.prefix);
-        if (text.compare(0, n, k.prefix) == 0 && ParseNumber(text.substr(n), 1000000, &fault->at)) {
-            fault->kind = k.kind;
-            return true;
-        }
-    }
-    return false;
+// How the request's bytes name the command that the control block names. A message with a
+// header is recognised by its identifier, read where each framing puts it (the two readings can
+// both name a command: a version prefix reads as a small identifier); one without a header only
+// by the control block.
+Recognised Recognise(const cmddata::CommandInfo& told, const unsigned char* data) {
+    const Side side = Side::kSend;
+    if (told.FramingOf(side) == cmddata::Framing::kNone) return Recognised::kControlWord;
+    if (CommandNamed(data, kMessageArea, cmddata::Framing::kHeader, &side) == &told)
+        return Recognised::kPlainHeader;
+    if (CommandNamed(data, kMessageArea, cmddata::Framing::kVersionedHeader, &side) == &told)
+        return Recognised::kPrefixedHeader;
+    return Recognised::kNot;
 }
 
-// Builds the answer to the request in the region and writes it back there.
-void Answer(cmddata::SharedRegion& region) {
-    const cmddata::CommandInfo* command =
-        CommandFromBytes(region.data(), region.size(), cmddata::Side::kSend);
+// Answers the request in the region (message area and control block) and writes the answer back;
+// returns the answer's size.
+std::uint32_t Answer(cmddata::SharedRegion& region, bool skew) {
+    unsigned char* data = region.data();
+    Control control = Control::Load(data + kMessageArea);
+    const cmddata::CommandInfo* told =
+        control.command >= 1 && control.command <= cmddata::kCommandCount
+            ? &cmddata::kCommands[control.command - 1]
+            : nullptr;
+    const cmddata::ClassInfo* snd = told ? cmddata::FindMessageClass(*told, Side::kSend) : nullptr;
+    const cmddata::ClassInfo* rcv =
+        told ? cmddata::FindMessageClass(*told, Side::kReceive) : nullptr;
     std::unique_ptr<CCmdCore> answer;
-    std::uint32_t result = outcome::kDone;
-    if (command == nullptr) {
-        // Answer under the identifier we were given, so the requester can match it.
-        std::uint32_t id = 0;
-        std::memcpy(&id, region.data(), 4);
-        answer.reset(new CCmdHeaderOnly(id, 1, 0));
-        result = outcome::kUnknownCommand;
+    if (snd == nullptr || rcv == nullptr) {
+        control.problem = "the control block names no built command";
     } else {
-        bool standIn = false;
-        std::unique_ptr<CCmdCore> request =
-            MakeMessage(*command, cmddata::Side::kSend,
-                        cmddata::DefaultVersion(*command, cmddata::Side::kSend), &standIn);
-        answer = MakeMessage(*command, cmddata::Side::kReceive,
-                             cmddata::DefaultVersion(*command, cmddata::Side::kReceive), &standIn);
-        if (!answer) answer.reset(new CCmdHeaderOnly(command->id, 1, 0));
-        CCmdReader reader;
-        reader.AttachView(region.data(), region.size());
-        if (request) reader.Read(request.get());
-        const Responder responder = FindResponder(command->id);
-        if (!request || reader.GetLastError() != cmddata::result::kOk)
-            result = outcome::kBadRequest;
-        else if (responder == nullptr || standIn)
-            result = outcome::kNotSupported;
-        else
-            result = responder(*request, *answer);
+        control.recognised = Recognise(*told, data);
+        if (control.recognised == Recognised::kNot)
+            control.problem = std::string("its bytes do not name ") + told->name;
+        const std::uint16_t sndVersion = cmddata::DefaultVersion(*told, Side::kSend);
+        answer.reset(rcv->make(cmddata::DefaultVersion(*told, Side::kReceive)));
+        if (control.showcase != 0) {
+            const ShowcaseAnswer respond = FindShowcaseAnswer(control.showcase);
+            std::unique_ptr<CCmdCore> request(snd->make(sndVersion));
+            CCmdReader reader;
+            reader.AttachView(data, kMessageArea);
+            if (request) reader.Read(request.get());
+            if (respond == nullptr)
+                control.problem = "no showcase answer " + std::to_string(control.showcase);
+            else if (!request || reader.GetLastError() != 0)
+                control.problem = "the showcase request does not decode";
+            else if (answer)
+                respond(*request, *answer);
+        } else {
+            std::uint32_t size = 0;
+            const std::string problem = CheckFilled(
+                *snd, sndVersion, FillSeed(*told, Side::kSend, skew), data, kMessageArea, &size);
+            if (control.problem.empty() && !problem.empty()) control.problem = "request " + problem;
+            if (answer) cmddata::Fill(*answer, FillSeed(*told, Side::kReceive, skew));
+        }
     }
-    if (CCmdHeaderWords* words = dynamic_cast<CCmdHeaderWords*>(answer.get()))
-        words->SetStatusWord(1, result);
-    CCmdWriter writer;
-    writer.AttachView(region.data(), region.size());
-    writer.Write(answer.get());
-    if (writer.GetLastError() != cmddata::result::kOk)
-        std::fprintf(stderr, "vehicle side: writing the answer failed (0x%08x %s)\n",
-                     static_cast<unsigned>(writer.GetLastError()),
-                     cmddata::ResultName(writer.GetLastError()));
+    // Nothing of the request stays behind the answer.
+    std::memset(data, 0, kMessageArea);
+    std::uint32_t size = 0;
+    if (answer) {
+        CCmdWriter writer;
+        writer.AttachView(data, kMessageArea);
+        writer.Write(answer.get());
+        if (writer.GetLastError() != 0 && control.problem.empty())
+            control.problem = std::string("writing the answer failed: ") +
+                              cmddata::ResultName(writer.GetLastError());
+        size = writer.GetPosition();
+    }
+    control.answerSize = size;
+    control.Store(data + kMessageArea);
+    return size;
 }
 
 }  // namespace
 
-int RunVehicleSide(const std::vector<std::string>& args) {
-    ParsedArgs parsed;
-    std::string error;
-    if (!ParseArgs(
-            args,
-            {{"--region", true}, {"--parent", true}, {"--timeout-ms", true}, {"--fault", true}},
-            &parsed, &error))
-        return UsageError("vehicle-side", error);
-    if (parsed.help) {
-        std::puts(
-            "usage: cmddata vehicle-side --region NAME --parent PID [--timeout-ms N]\n"
-            "The simulated vehicle side of 'cmddata demo', which starts it.");
-        return kExitOk;
-    }
-    std::uint64_t parent = 0;
-    std::uint64_t timeoutMs = 5000;
-    Fault fault;
-    if (!parsed.Has("--region") || !ParseNumber(parsed.Get("--parent"), 0xFFFFFFFFu, &parent))
-        return UsageError("vehicle-side", "needs --region NAME and --parent PID");
-    if (parsed.Has("--timeout-ms") &&
-        (!ParseNumber(parsed.Get("--timeout-ms"), 600000, &timeoutMs) || timeoutMs == 0))
-        return UsageError("vehicle-side", "--timeout-ms needs a number from 1 to 600000");
-    if (parsed.Has("--fault") && !ParseFault(parsed.Get("--fault"), &fault))
-        return UsageError("vehicle-side", "bad --fault");
-
-    cmddata::SharedRegion region = cmddata::SharedRegion::OpenNamed(parsed.Get("--region"));
-    if (!region.IsValid()) {
-        std::fprintf(stderr, "vehicle side: cannot open the region '%s'\n",
-                     parsed.Get("--region").c_str());
+int RunVehicleSide(const VehicleSideOptions& options) {
+    cmddata::SharedRegion region = cmddata::SharedRegion::OpenNamed(options.region);
+    if (!region.IsValid() || region.size() < kRegionSize) {
+        std::fprintf(stderr, "vehicle side: cannot open the region '%s'\n", options.region.c_str());
         return kExitFailed;
     }
     Signals signals;
-    if (!signals.Open(parsed.Get("--region"), &error)) {
+    std::string error;
+    if (!signals.Open(options.region, &error)) {
         std::fprintf(stderr, "vehicle side: %s\n", error.c_str());
         return kExitFailed;
     }
-    const std::uint32_t parentId = static_cast<std::uint32_t>(parent);
+    const Fault& fault = options.fault;
+    const std::uint32_t parent = options.parent;
     for (std::uint64_t served = 1;; ++served) {
         const WaitOutcome waited =
-            signals.WaitRequest(static_cast<std::uint32_t>(timeoutMs),
-                                [parentId] { return os::ProcessAlive(parentId); });
+            signals.WaitRequest(options.timeoutMs, [parent] { return os::ProcessAlive(parent); });
         if (waited == WaitOutcome::kEnded) return kExitOk;
         if (waited == WaitOutcome::kPeerGone) {
             std::fprintf(stderr, "vehicle side: the requesting process went away\n");
@@ -134,14 +123,14 @@ int RunVehicleSide(const std::vector<std::string>& args) {
         }
         if (waited == WaitOutcome::kTimedOut) {
             std::fprintf(stderr, "vehicle side: no request within %u ms; giving up\n",
-                         static_cast<unsigned>(timeoutMs));
+                         static_cast<unsigned>(options.timeoutMs));
             return kExitFailed;
         }
         if (fault.kind == Fault::kExit && served >= fault.at) return 3;
         if (fault.kind == Fault::kMute && served >= fault.at) continue;
-        Answer(region);
-        if (fault.kind == Fault::kGarble && served == fault.at && region.size() > 20)
-            std::memset(region.data() + 20, 0xFF, region.size() - 20);
+        const std::uint32_t size = Answer(region, fault.kind == Fault::kSkew && served == fault.at);
+        if (fault.kind == Fault::kGarble && served == fault.at)  // damaged from its middle on
+            std::memset(region.data() + size / 2, 0xFF, kMessageArea - size / 2);
         signals.AnswerReady();
     }
 }

@@ -1,0 +1,61 @@
+// What the subcommands share: exit codes, their options as parsed by main.cpp, usage errors.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace cmdtool {
+
+/// Exit codes: 0 success, 1 the work failed (bad bytes, a peer that went away), 2 usage error.
+constexpr int kExitOk = 0;
+constexpr int kExitFailed = 1;
+constexpr int kExitUsage = 2;
+
+/// Prints "cmddata <command>: <message> (see 'cmddata <command> --help')" as one line to stderr;
+/// returns kExitUsage.
+int UsageError(const std::string& command, const std::string& message);
+
+/// A decimal or 0x-prefixed number no larger than max.
+bool ParseNumber(const std::string& text, std::uint64_t max, std::uint64_t* value);
+
+/// A misbehaviour of the demo's vehicle side, for testing: from request `at` (counted from 1).
+struct Fault {
+    enum Kind { kNone, kExit, kMute, kGarble, kSkew } kind = kNone;
+    std::uint64_t at = 0;
+};
+/// "exit:K", "mute:K", "garble:K" or "skew:K" with K from 1.
+bool ParseFault(const std::string& text, Fault* fault);
+
+struct DemoOptions {
+    std::string saveDir;  // empty: nothing saved
+    std::uint32_t timeoutMs = 5000;
+    Fault fault;
+};
+
+struct VehicleSideOptions {
+    std::string region;
+    std::uint32_t parent = 0;
+    std::uint32_t timeoutMs = 5000;
+    Fault fault;
+};
+
+struct DumpOptions {
+    std::string file;
+    std::string region;
+    std::string command;  // a catalogue name or identifier; empty: read from the bytes
+    std::string side;     // "snd", "rcv" or empty for both
+    bool versionGiven = false;
+    std::uint16_t version = 0;
+    bool json = false;
+};
+
+struct ListOptions {
+    std::string filter;
+};
+
+int RunDemo(const DemoOptions& options);
+int RunVehicleSide(const VehicleSideOptions& options);
+int RunDump(const DumpOptions& options);
+int RunList(const ListOptions& options);
+
+}  // namespace cmdtool
