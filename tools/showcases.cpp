@@ -1,5 +1,6 @@
 // The demo's showcases: a few answers of invented, meaningful data and what the library computes
-// from them (vehicle information codes, monitor conversions, freeze-frame values). Each answer
+// from them (vehicle information codes, monitor conversions, freeze-frame values, active-test
+// set values, multi-monitor recording time). Each answer
 // has a number that the requesting side names in the control block; the vehicle side builds it
 // here. Every other command is exchanged by the generic walk and needs nothing here.
 #include <cstdio>
@@ -42,7 +43,14 @@ std::uint32_t RawOf(const CCmdBuffer& buffer) {
 
 std::string Code(cmddata::Result r) { return HexWord(r, 4); }
 
-enum Answer : std::uint32_t { kCarInfo = 1, kSignalInfo, kMonitorValues, kFreezeFrame };
+enum Answer : std::uint32_t {
+    kCarInfo = 1,
+    kSignalInfo,
+    kMonitorValues,
+    kFreezeFrame,
+    kActiveTest,
+    kMeasureInfo,
+};
 
 // --- Vehicle information: the coded items packed into numbers by the accessors.
 
@@ -260,10 +268,65 @@ void PlayFreezeFrame(Session& s) {
     });
 }
 
+// --- Active test: a value in display units turned into the test byte by SetValue.
+
+void AnswerActiveTest(CCmdCore& request, CCmdCore& answer) {
+    auto& in = dynamic_cast<CStartActTstSnd&>(request);
+    auto& out = dynamic_cast<CStartActTstRcv&>(answer);
+    out.result = in.value;
+    SetText(out.text, "test byte " + HexWord(in.value & 0xFF, 1) + " applied");
+}
+
+void PlayActiveTest(Session& s) {
+    CCmdActTstDataItem fan;  // duty in percent, sent as raw = (percent - 0) * 255 / 100
+    fan.conversion.scaleNumerator = 100;
+    fan.conversion.scaleDenominator = 255;
+    fan.conversion.offset = 0;
+    CStartActTstSnd request;
+    request.itemId = 0x0104;
+    const cmddata::Result r = request.SetValue(&fan, 60);
+    CStartActTstRcv answer;
+    if (!s.Exchange(cmddata::kCommands[cmddata::command::StartActTst], kActiveTest, request,
+                    answer))
+        return;
+    s.Out() << "       cooling fan 60 % -> SetValue " << Code(r) << ", test byte "
+            << HexWord(request.value & 0xFF, 1) << "; the vehicle side: \"" << TextOf(answer.text)
+            << "\"\n";
+    CRepairActTstSnd repair;
+    const cmddata::Result q = repair.SetValue(-12.5f, 0.5f, 0.0f, 0);
+    s.Out() << "       repair test -12.5 at 0.5 per step -> SetValue " << Code(q) << ", test byte "
+            << HexWord(repair.testByte, 1) << "\n";
+}
+
+// --- Multi-monitor: how long a recording runs with the sizes the vehicle side reports.
+
+void AnswerMeasureInfo(CCmdCore&, CCmdCore& answer) {
+    auto& out = dynamic_cast<CCheckDatMonCommFrmRcv&>(answer);
+    out.frameCount = 4;
+    out.frameSize = 12;
+    out.measure.SetSamplePeriod(250);  // milliseconds per sample
+    out.measure.SetSampleSize(48);     // bytes per sample
+    out.measure.SetCapacity(1 << 20);  // bytes of recording memory
+}
+
+void PlayMeasure(Session& s) {
+    CCheckDatMonCommFrmSnd request;
+    for (const Signal& sig : kSignals) request.itemIds.GetAt(request.itemIds.AddTail()) = sig.id;
+    CCheckDatMonCommFrmRcv answer;
+    if (!s.Exchange(cmddata::kCommands[cmddata::command::CheckDatMonCommFrm], kMeasureInfo, request,
+                    answer))
+        return;
+    const CCmdMultiMonMeasureInfo& m = answer.measure;
+    s.Out() << "       " << m.GetCapacity() << " bytes / " << m.GetSampleSize() << " per sample x "
+            << m.GetSamplePeriod() << " ms -> GetMeasureSecond " << m.GetMeasureSecond() << " s\n";
+}
+
 const Showcase kShowcases[] = {
     {"vehicle information: coded items packed into numbers", &PlayVehicle},
     {"data monitor: raw samples through their conversion tables", &PlayMonitor},
     {"freeze frames: stored values by item id", &PlayFreezeFrame},
+    {"active test: set values through the item's conversion", &PlayActiveTest},
+    {"multi-monitor: recording time from the reported sizes", &PlayMeasure},
 };
 
 }  // namespace
@@ -283,6 +346,10 @@ ShowcaseAnswer FindShowcaseAnswer(std::uint32_t number) {
             return &AnswerMonitorValues;
         case kFreezeFrame:
             return &AnswerFreezeFrame;
+        case kActiveTest:
+            return &AnswerActiveTest;
+        case kMeasureInfo:
+            return &AnswerMeasureInfo;
         default:
             return nullptr;
     }
