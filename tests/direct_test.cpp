@@ -132,3 +132,98 @@ TEST(DmciInterface, FixedRequestSizes) {
     EXPECT_EQ(WireHex(dlc), "125634");
     EXPECT_EQ(phase5.GetCmdId(), 280u);
 }
+
+// --- Direct data monitor and active test ---
+
+TEST(DmciMonitor, AnswersAreStatusWordThreeAndAResultWord) {
+    ForEachMessage("Direct data monitor and active test", cmddata::Side::kReceive,
+                   [](const ClassInfo& c, CCmdCore& object) {
+                       auto& sent = dynamic_cast<CCmdBase&>(object);
+                       SetStatus(sent, 0x21);
+                       const std::string name = c.name;
+                       std::string expected = "2300000000000000";  // status word 3, result
+                       if (name == "CDmciSetInterruptSendTimingRcv") expected = "";
+                       if (name == "CDmciIDMapAppendRcv") expected = "23000000";
+                       if (name != "CDmciGetMonitorDataRcv") {
+                           EXPECT_EQ(WireHex(sent), expected);
+                       }
+                   });
+}
+
+TEST(DmciMonitor, InterruptTimingAnswerReadsNothing) {
+    CDmciSetInterruptSendTimingRcv r;
+    SetStatus(r, 1);
+    cmddata::Result error = 1;
+    EXPECT_EQ(ReadHex("0a0b0c0d", r, &error), 0u);
+    EXPECT_EQ(error, cmddata::result::kOk);
+    EXPECT_EQ(r.GetStatusWord(3), 3u);
+}
+
+TEST(DmciMonitor, SetUpRequestsLeadWithStatusWordFour) {
+    CDmciDataMonitorSetupPackSnd pack;
+    CDmciDataMonitorSetupPairSnd pair;
+    CDmciDataMonitorSetupDtcSnd dtc;
+    CDmciDataMonitorSetupRidSnd rid;
+    CDmciDataidSetupSnd dataid;
+    for (CCmdBase* m : {static_cast<CCmdBase*>(&pack), static_cast<CCmdBase*>(&pair),
+                        static_cast<CCmdBase*>(&dtc), static_cast<CCmdBase*>(&rid),
+                        static_cast<CCmdBase*>(&dataid)}) {
+        SetStatus(*m, 0x0A0B0C0A);  // status word 4: 0x0A0B0C0D
+        const std::string hex = WireHex(*m);
+        EXPECT_EQ(hex.substr(0, 8), "0d0c0b0a");
+        m->RemoveAll();
+        EXPECT_EQ(ReadHex(hex, *m), hex.size() / 2);
+        EXPECT_EQ(m->GetStatusWord(4), 0x0A0B0C0Du);
+        EXPECT_EQ(m->GetStatusWord(3), 0u);
+    }
+    pack.parameter = 1;
+    pack.option = 0x0203;
+    pack.standardValues.GetAt(pack.standardValues.AddTail()).upperValue = 4;
+    EXPECT_EQ(WireHex(pack),
+              "0d0c0b0a"
+              "01000000"
+              "0100000000000000"  // status word 4, parameter, no requests
+              "00000000"
+              "0100000001000000"  // standard parameter, one value
+              "00000000"
+              "04000000"
+              "0302");  // the value without prefix, option
+}
+
+TEST(DmciMonitor, MonitorDataAnswerOrder) {
+    CDmciGetMonitorDataRcv r;
+    SetStatus(r, 7);
+    CCmdDmciMonData& v = r.values.GetAt(r.values.AddTail());
+    v.itemId = 1;
+    v.status = 2;
+    const unsigned char raw = 0xAB;
+    r.rawData[4].SetAt(&raw, 1);
+    r.result = 0x55;
+    EXPECT_EQ(WireHex(r),
+              "09000000"
+              "0100000001000000"  // status word 3, one value
+              "01000000"
+              "01000000"
+              "02000000"
+              "0100000000000000"  // the value
+              "0100000000000000"
+              "0100000000000000"
+              "0100000000000000"
+              "0100000000000000"
+              "0100000001000000"
+              "ab"  // five buffers, the last one byte
+              "55000000");
+}
+
+TEST(DmciMonitor, DynamicDataidSetupTakesAVersionThatNeverTravels) {
+    CDmciCommDefineDynamicDataidSetupSnd v1;
+    CDmciCommDefineDynamicDataidSetupSnd v3(3);
+    CDmciCommDefineDynamicDataidSetupRcv r(2);
+    EXPECT_EQ(v1.GetVersion(), 1);
+    EXPECT_EQ(v3.GetVersion(), 3);
+    EXPECT_EQ(r.GetVersion(), 2);
+    EXPECT_EQ(WireHex(v1), WireHex(v3));
+    EXPECT_EQ(WireHex(v1),
+              "00000000"
+              "0100000000000000");
+}

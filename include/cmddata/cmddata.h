@@ -16,6 +16,7 @@
 #include "cmddata/core/shared_region.h"
 #include "cmddata/diagcode/freeze_frame.h"
 #include "cmddata/direct/dmci_interface.h"
+#include "cmddata/direct/dmci_monitor.h"
 #include "cmddata/monitor/conversion.h"
 #include "cmddata/monitor/datmon.h"
 #include "cmddata/monitor/datmon_records.h"
