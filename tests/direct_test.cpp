@@ -2,6 +2,7 @@
 // they carry or derive, and the byte layouts that are easy to get wrong.
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <memory>
 #include <string>
 
@@ -226,4 +227,148 @@ TEST(DmciMonitor, DynamicDataidSetupTakesAVersionThatNeverTravels) {
     EXPECT_EQ(WireHex(v1),
               "00000000"
               "0100000000000000");
+}
+
+// --- Raw frames ---
+
+TEST(Frame, FixedRecordSizes) {
+    SCmdCanMsg can;
+    can.canId = 0x7E0;
+    can.firstWord = 1;
+    can.secondWord = 2;
+    can.data[0] = 0x11;
+    can.data[7] = 0x88;
+    EXPECT_EQ(WireHex(can),
+              "01000000"
+              "e0070000"
+              "0100"
+              "0200"
+              "1100000000000088");
+    CCmdCANCnvResult cnv;
+    cnv.firstValue = 0x0102;
+    cnv.secondValue = 3;
+    cnv.result = 4;
+    EXPECT_EQ(WireHex(cnv),
+              "01000000"
+              "0201"
+              "03"
+              "04000000");
+}
+
+TEST(Frame, SetMsgDataRules) {
+    const unsigned char bytes[3] = {0xA1, 0xA2, 0xA3};
+    SCmdIPMsg m;
+    EXPECT_EQ(m.SetMsgData(bytes, 3), cmddata::result::kOk);
+    const unsigned char* held = m.GetMsgData();
+    ASSERT_NE(held, nullptr);
+    EXPECT_NE(held, bytes);
+    EXPECT_EQ(std::memcmp(held, bytes, 3), 0);
+    EXPECT_EQ(m.GetMsgLength(), 3u);
+
+    // A null source changes nothing, whatever the length.
+    EXPECT_EQ(m.SetMsgData(nullptr, 9), cmddata::result::kNullOutput);
+    EXPECT_EQ(m.GetMsgData(), held);
+    EXPECT_EQ(m.GetMsgLength(), 3u);
+
+    // A length of 0 holds an empty block; the count of 0 is all that travels.
+    CCmdFrameCtrlMessage c;
+    c.identifier = 0x0102;
+    c.firstControl = 3;
+    c.secondControl = 4;
+    EXPECT_EQ(c.SetMsgData(bytes, 0), cmddata::result::kOk);
+    EXPECT_NE(c.GetMsgData(), nullptr);
+    EXPECT_EQ(c.GetMsgLength(), 0u);
+    EXPECT_EQ(WireHex(c),
+              "01000000"
+              "0201"
+              "03"
+              "04"
+              "00000000");
+
+    m.RemoveAll();
+    EXPECT_EQ(m.GetMsgData(), nullptr);
+    EXPECT_EQ(m.GetMsgLength(), 0u);
+}
+
+TEST(Frame, HeldBytesNeverTravelAndReadingDropsTheRun) {
+    const unsigned char bytes[5] = {0xA1, 0xA2, 0xA3, 0xA4, 0xA5};
+    SCmdIPMsg m;
+    m.identifier = 0x0A0B0C0D;
+    m.SetMsgData(bytes, 5);
+    EXPECT_EQ(WireHex(m),
+              "01000000"
+              "0d0c0b0a"
+              "0000"
+              "0000"
+              "05000000"
+              "0000000000");
+
+    SCmdIPMsg r;
+    r.SetMsgData(bytes, 2);
+    EXPECT_EQ(ReadHex("01000000"
+                      "01000000"
+                      "0200"
+                      "0300"
+                      "05000000"
+                      "ffffffffff",
+                      r),
+              21u);
+    EXPECT_EQ(r.GetMsgLength(), 5u);
+    EXPECT_EQ(r.GetMsgData(), nullptr);
+    EXPECT_EQ(r.identifier, 1u);
+    EXPECT_EQ(r.secondWord, 3);
+}
+
+TEST(Frame, HostileCountsStayInsideTheRegion) {
+    // A count the region cannot hold is not read: count 0, reader at the end with kPastEnd.
+    CCmdFrameCtrlMessage c;
+    cmddata::Result error = 0;
+    EXPECT_EQ(ReadHex("01000000"
+                      "0100"
+                      "02"
+                      "03"
+                      "ffffffff"
+                      "aabb",
+                      c, &error),
+              14u);
+    EXPECT_EQ(error, cmddata::result::kPastEnd);
+    EXPECT_EQ(c.GetMsgLength(), 0u);
+    EXPECT_EQ(c.GetMsgData(), nullptr);
+
+    // A run longer than the writer's room fails as one transfer: nothing of it is written.
+    Region region(20);
+    CCmdWriter w = region.Writer();
+    SCmdIPMsg m;
+    m.SetMsgData(region.data(), 16);  // 4 + 4 + 2 + 2 + 4 + 16 = 32 bytes wanted
+    w.Write(&m);
+    EXPECT_EQ(w.GetLastError(), cmddata::result::kPastEnd);
+    EXPECT_EQ(w.GetPosition(), 16u);
+}
+
+TEST(Frame, AssignmentCopiesTheBytesButNotTheVersion) {
+    const unsigned char bytes[2] = {0x51, 0x52};
+    SCmdIPMsg source;
+    source.identifier = 9;
+    source.SetMsgData(bytes, 2);
+    SCmdIPMsg shared(source);  // a copy shares the bytes
+    EXPECT_EQ(shared.GetMsgData(), source.GetMsgData());
+
+    SCmdIPMsg target;
+    ReadHex(
+        "07000000"
+        "00000000"
+        "0000"
+        "0000"
+        "00000000",
+        target);
+    ASSERT_EQ(target.GetVersion(), 0);  // a newer sender made it 0
+    target = source;
+    EXPECT_EQ(target.GetVersion(), 0);
+    EXPECT_EQ(target.identifier, 9u);
+    EXPECT_EQ(target.GetMsgLength(), 2u);
+    ASSERT_NE(target.GetMsgData(), nullptr);
+    EXPECT_NE(target.GetMsgData(), source.GetMsgData());
+    EXPECT_EQ(std::memcmp(target.GetMsgData(), bytes, 2), 0);
+    source.RemoveAll();
+    EXPECT_EQ(shared.GetMsgData()[1], 0x52);
 }
