@@ -372,3 +372,70 @@ TEST(Frame, AssignmentCopiesTheBytesButNotTheVersion) {
     source.RemoveAll();
     EXPECT_EQ(shared.GetMsgData()[1], 0x52);
 }
+
+// --- PC monitor ---
+
+TEST(PcMonitor, AnswersDeriveStatusWordTwoWhileReading) {
+    for (std::uint32_t word3 : {5u, 0u}) {
+        CPcMonStopRcv sent;
+        SetStatus(sent, 1);
+        sent.SetStatusWord(3, word3);
+        const std::string hex = WireHex(sent);
+        EXPECT_EQ(hex, word3 == 5 ? "05000000" : "00000000");  // status word 2 never travels
+        CPcMonStopRcv received;
+        received.SetStatusWord(2, 7);
+        EXPECT_EQ(ReadHex(hex, received), 4u);
+        EXPECT_EQ(received.GetStatusWord(3), word3);
+        EXPECT_EQ(received.GetStatusWord(2), word3 != 0 ? 1u : 0u);
+    }
+    // The fields after status word 3 are read in either case.
+    CPcMonStartRcv start;
+    EXPECT_EQ(ReadHex("02000000"
+                      "09000000"
+                      "0100000000000000",
+                      start),
+              16u);
+    EXPECT_EQ(start.GetStatusWord(2), 1u);
+    EXPECT_EQ(start.word, 9u);
+    CPcMonGetDataRcv data;
+    data.SetStatusWord(2, 1);
+    EXPECT_EQ(ReadHex("00000000"
+                      "0100000001000000"
+                      "03000000"
+                      "0100000000000000",
+                      data),
+              24u);
+    EXPECT_EQ(data.GetStatusWord(2), 0u);
+    EXPECT_EQ(data.blocks.GetAt(0).word, 3u);
+}
+
+TEST(PcMonitor, FramingsAndSizes) {
+    CPcMonStopSnd stop;
+    SetStatus(stop, 1);
+    EXPECT_EQ(WireHex(stop), "04000000");
+    CPcMonStartSnd start;
+    SetStatus(start, 1);
+    CCmdPcMonInfo& info = start.monitors.GetAt(start.monitors.AddTail());
+    info.firstWord = 0x11;
+    info.items.GetAt(info.items.AddTail()) = 0x0A0B;
+    EXPECT_EQ(WireHex(start),
+              "04000000"
+              "0100000001000000"  // status word 4, one monitor
+              "11000000"
+              "00000000"
+              "0100000001000000"
+              "0b0a");  // no prefix on the record
+    CPcMonGetDataSnd get;
+    SetStatus(get, 1);
+    EXPECT_EQ(WireHex(get),
+              "00000000"
+              "01000000"
+              "02000000"
+              "03000000"
+              "04000000"
+              "0100000000000000");
+    CCmdPcMonRcvSignInfo sign;
+    EXPECT_EQ(cmddata::WireSize(sign), 6u);
+    EXPECT_EQ(start.GetCmdId(), 0u);
+    EXPECT_EQ(CPcMonStopRcv().GetCmdId(), 0u);
+}

@@ -18,6 +18,7 @@
 #include "cmddata/direct/dmci_interface.h"
 #include "cmddata/direct/dmci_monitor.h"
 #include "cmddata/direct/frame.h"
+#include "cmddata/direct/pc_monitor.h"
 #include "cmddata/monitor/conversion.h"
 #include "cmddata/monitor/datmon.h"
 #include "cmddata/monitor/datmon_records.h"
