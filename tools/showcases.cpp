@@ -1,6 +1,6 @@
 // The demo's showcases: a few answers of invented, meaningful data and what the library computes
 // from them (vehicle information codes, monitor conversions, freeze-frame values, active-test
-// set values, multi-monitor recording time). Each answer
+// set values, multi-monitor recording time, trouble-code counts per ECU). Each answer
 // has a number that the requesting side names in the control block; the vehicle side builds it
 // here. Every other command is exchanged by the generic walk and needs nothing here.
 #include <cstdio>
@@ -50,6 +50,7 @@ enum Answer : std::uint32_t {
     kFreezeFrame,
     kActiveTest,
     kMeasureInfo,
+    kMountEcus,
 };
 
 // --- Vehicle information: the coded items packed into numbers by the accessors.
@@ -321,12 +322,59 @@ void PlayMeasure(Session& s) {
             << m.GetSamplePeriod() << " ms -> GetMeasureSecond " << m.GetMeasureSecond() << " s\n";
 }
 
+// --- ECU lists: the fitted ECUs, read under their lock, with their trouble-code counts.
+
+struct EcuItem {
+    std::uint32_t id;
+    const char* name;
+    int current, pending;  // counts of trouble-code kinds 1 and 2 (-1: not reported)
+};
+const EcuItem kEcus[] = {{0x10, "Engine", 2, 1}, {0x28, "Brakes", 0, -1}, {0x58, "Airbag", -1, -1}};
+
+void AnswerMountEcus(CCmdCore&, CCmdCore& answer) {
+    auto& out = dynamic_cast<CGetMountEcuListRcv&>(answer);
+    out.Lock();
+    for (const EcuItem& e : kEcus) {
+        CCmdEcuInfo& ecu = out.ecus.GetAt(out.ecus.AddTail());
+        ecu.ecuId = e.id;
+        SetText(ecu.name, e.name);
+        const int counts[2] = {e.current, e.pending};
+        for (std::uint16_t kind = 1; kind <= 2; ++kind) {
+            if (counts[kind - 1] < 0) continue;
+            CCmdDiagCodeCount& c = ecu.codeCounts.GetAt(ecu.codeCounts.AddTail());
+            c.count = kind;
+            c.flag = static_cast<std::uint8_t>(counts[kind - 1]);
+        }
+    }
+    out.Unlock();
+}
+
+void PlayMountEcus(Session& s) {
+    CGetMountEcuListSnd request;
+    CGetMountEcuListRcv answer;
+    if (!s.Exchange(cmddata::kCommands[cmddata::command::GetMountEcuList], kMountEcus, request,
+                    answer))
+        return;
+    answer.Lock();
+    answer.ecus.ForEach([&](const CCmdEcuInfo& ecu) {
+        char line[160];
+        std::snprintf(line, sizeof line,
+                      "       ECU 0x%02X %-8s GetDiagCodeCount(1) = %d, GetDiagCodeCount(2) = %d\n",
+                      static_cast<unsigned>(ecu.ecuId), TextOf(ecu.name).c_str(),
+                      static_cast<int>(ecu.GetDiagCodeCount(1)),
+                      static_cast<int>(ecu.GetDiagCodeCount(2)));
+        s.Out() << line;
+    });
+    answer.Unlock();
+}
+
 const Showcase kShowcases[] = {
     {"vehicle information: coded items packed into numbers", &PlayVehicle},
     {"data monitor: raw samples through their conversion tables", &PlayMonitor},
     {"freeze frames: stored values by item id", &PlayFreezeFrame},
     {"active test: set values through the item's conversion", &PlayActiveTest},
     {"multi-monitor: recording time from the reported sizes", &PlayMeasure},
+    {"ECU lists: fitted ECUs and their trouble-code counts, under the list's lock", &PlayMountEcus},
 };
 
 }  // namespace
@@ -350,6 +398,8 @@ ShowcaseAnswer FindShowcaseAnswer(std::uint32_t number) {
             return &AnswerActiveTest;
         case kMeasureInfo:
             return &AnswerMeasureInfo;
+        case kMountEcus:
+            return &AnswerMountEcus;
         default:
             return nullptr;
     }
