@@ -1,6 +1,7 @@
 // The demo's showcases: a few answers of invented, meaningful data and what the library computes
 // from them (vehicle information codes, monitor conversions, freeze-frame values, active-test
-// set values, multi-monitor recording time, trouble-code counts per ECU). Each answer
+// set values, multi-monitor recording time, trouble-code counts per ECU, a vehicle selection read
+// through the vehicle-information accessors). Each answer
 // has a number that the requesting side names in the control block; the vehicle side builds it
 // here. Every other command is exchanged by the generic walk and needs nothing here.
 #include <cstdio>
@@ -51,6 +52,7 @@ enum Answer : std::uint32_t {
     kActiveTest,
     kMeasureInfo,
     kMountEcus,
+    kSelectByVin,
 };
 
 // --- Vehicle information: the coded items packed into numbers by the accessors.
@@ -368,6 +370,31 @@ void PlayMountEcus(Session& s) {
     answer.Unlock();
 }
 
+// --- Vehicle selection: the answer carries vehicle information, read by the same accessors.
+
+void AnswerSelectByVin(CCmdCore&, CCmdCore& answer) {
+    auto& out = dynamic_cast<CSelectCarTypeVinRcv&>(answer);
+    for (const CarItem& item : kCarItems) {
+        CCmdCarInfo& info = out.carInfo.GetAt(out.carInfo.AddTail());
+        info.itemId = item.id;
+        SetText(info.text, item.text);
+    }
+    SetText(out.text, "selected by VIN");
+}
+
+void PlaySelectByVin(Session& s) {
+    CSelectCarTypeVinSnd request;
+    CSelectCarTypeVinRcv answer;
+    if (!s.Exchange(cmddata::kCommands[cmddata::command::SelectCarTypeVin], kSelectByVin, request,
+                    answer))
+        return;
+    std::uint32_t high = 0, low = 0, year = 0;
+    const cmddata::Result r = answer.GetDwordCarInfo(&high, &low);
+    const cmddata::Result y = answer.GetDwordModelYear(&year);
+    s.Out() << "       \"" << TextOf(answer.text) << "\": GetDwordCarInfo " << Code(r) << " \""
+            << Unpack(high, low) << "\", GetDwordModelYear " << Code(y) << " " << year << "\n";
+}
+
 const Showcase kShowcases[] = {
     {"vehicle information: coded items packed into numbers", &PlayVehicle},
     {"data monitor: raw samples through their conversion tables", &PlayMonitor},
@@ -375,6 +402,8 @@ const Showcase kShowcases[] = {
     {"active test: set values through the item's conversion", &PlayActiveTest},
     {"multi-monitor: recording time from the reported sizes", &PlayMeasure},
     {"ECU lists: fitted ECUs and their trouble-code counts, under the list's lock", &PlayMountEcus},
+    {"vehicle selection: the answer read through the vehicle-information accessors",
+     &PlaySelectByVin},
 };
 
 }  // namespace
@@ -400,6 +429,8 @@ ShowcaseAnswer FindShowcaseAnswer(std::uint32_t number) {
             return &AnswerMeasureInfo;
         case kMountEcus:
             return &AnswerMountEcus;
+        case kSelectByVin:
+            return &AnswerSelectByVin;
         default:
             return nullptr;
     }
