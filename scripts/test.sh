@@ -232,18 +232,10 @@ check_windows_binaries() {
 
 # Whether this machine runs 32-bit x86 programs, asked once per run of the 32-bit Wine loader
 # the win32 build found: `--version` exits 126 (Exec format error) on a kernel without 32-bit
-# support. CMDDATA_WIN32_RUN=1 or 0 answers instead. Sets WIN32_RUN and WIN32_WHY.
+# support. CMDDATA_WIN32_RUN=1 or 0 overrides the answer. Sets WIN32_RUN and WIN32_WHY.
 probe_win32() {
     local loader rc out
     banner "windows: can this machine run 32-bit programs?"
-    case ${CMDDATA_WIN32_RUN:-} in
-        1 | 0)
-            WIN32_RUN=$CMDDATA_WIN32_RUN
-            WIN32_WHY="CMDDATA_WIN32_RUN=$CMDDATA_WIN32_RUN"
-            echo "$WIN32_WHY: not probing"
-            return
-            ;;
-    esac
     loader=$(sed -n 's/^CMDDATA_WINE:FILEPATH=//p' "$OUT/win32/CMakeCache.txt" 2>/dev/null)
     WIN32_RUN=0
     if [ -z "$loader" ] || [[ "$loader" == *NOTFOUND ]]; then
@@ -267,7 +259,16 @@ probe_win32() {
             WIN32_WHY="$loader --version exited $rc"
         fi
     fi
-    echo "32-bit programs run here: $([ $WIN32_RUN = 1 ] && echo yes || echo no) ($WIN32_WHY)"
+    local answer
+    answer=$([ $WIN32_RUN = 1 ] && echo yes || echo no)
+    echo "32-bit programs run here: $answer ($WIN32_WHY)"
+    case ${CMDDATA_WIN32_RUN:-} in
+        1 | 0)
+            WIN32_RUN=$CMDDATA_WIN32_RUN
+            WIN32_WHY="CMDDATA_WIN32_RUN=$CMDDATA_WIN32_RUN (the probe said $answer: $WIN32_WHY)"
+            echo "$WIN32_WHY"
+            ;;
+    esac
 }
 
 # ctest of one Windows build, under the Wine its toolchain named; then its wineserver is stopped.
@@ -295,7 +296,7 @@ run_windows() {
 
     probe_win32
     if [ "$WIN32_RUN" = 1 ]; then
-        if [ -n "${CMDDATA_WIN32_RUN:-}" ]; then
+        if [[ ${CMDDATA_WIN32_RUN:-} == [01] ]]; then
             note "windows: $WIN32_WHY: ran the 32-bit Windows build under Wine"
         else
             note "windows: 32-bit programs run on this machine ($WIN32_WHY): ran the 32-bit Windows build under Wine"
@@ -303,7 +304,7 @@ run_windows() {
         [ -f "$dir32/bin/cmddata_tests.exe" ] && run_under_wine win32 "$dir32"
         return
     fi
-    if [ -n "${CMDDATA_WIN32_RUN:-}" ]; then
+    if [[ ${CMDDATA_WIN32_RUN:-} == [01] ]]; then
         note "windows: $WIN32_WHY: 32-bit programs not run: ran the 64-bit Windows build under Wine instead"
     else
         note "windows: 32-bit programs cannot run on this machine ($WIN32_WHY): ran the 64-bit Windows build under Wine instead"
