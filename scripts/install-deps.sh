@@ -2,15 +2,20 @@
 # Installs what building and testing cmddata needs on a Debian 12 machine, and only what is
 # missing: on a ready machine it checks and returns in well under a second.
 # Run as root (it does nothing useful otherwise). Non-interactive.
+#
+# 32-bit Wine (wine32:i386) is optional: it is installed only where the kernel runs 32-bit x86
+# programs (or CMDDATA_WIN32_RUN=1 asks for it), and a failure to install it is reported but does
+# not fail the script. Everything else, 64-bit Wine included, is required.
 set -u
 
 export DEBIAN_FRONTEND=noninteractive
 
 # Native build and tests, the sanitizer build, the fuzz target (clang + its runtime), the
-# benchmarks, the 32-bit Windows cross build and Wine to run it.
+# benchmarks, the tool's libraries, the 32-bit and 64-bit Windows cross builds and 64-bit Wine.
 native_pkgs=(cmake make g++ clang libclang-rt-14-dev libgtest-dev googletest libbenchmark-dev
-    python3 file libprotobuf-dev protobuf-compiler libcereal-dev)
-windows_pkgs=(g++-mingw-w64-i686 wine wine32:i386)
+    python3 file libprotobuf-dev protobuf-compiler libcereal-dev libcli11-dev nlohmann-json3-dev)
+windows_pkgs=(g++-mingw-w64-i686 g++-mingw-w64-x86-64-win32 wine wine64)
+wine32_pkg=wine32:i386
 
 log() { printf 'install-deps: %s\n' "$*"; }
 
@@ -19,26 +24,65 @@ if [ "$(id -u)" != 0 ]; then
     exit 0
 fi
 
+# One dpkg-query for all of them: one per package takes a second on a large package database.
+native_arch=$(dpkg --print-architecture)
+status_list=""
+read_status() {
+    status_list=$(dpkg-query -W -f='${binary:Package} ${db:Status-Abbrev}\n' \
+        "${native_pkgs[@]}" "${windows_pkgs[@]}" "$wine32_pkg" 2>/dev/null)
+}
 installed() {
-    dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q 'install ok installed'
+    grep -qxF -e "$1 ii " -e "$1:$native_arch ii " <<<"$status_list"
 }
 
+# Whether the kernel executes 32-bit x86 programs: a 94-byte static i386 ELF program whose only
+# instructions are exit(42). Kernels built without IA-32 emulation refuse it (Exec format error);
+# there the i386 packages are useless and their maintainer scripts fail.
+kernel_runs_i386() {
+    local dir rc
+    dir=$(mktemp -d) || return 1
+    printf '%b' \
+        '\x7fELF\x01\x01\x01\x00\x00\x00\x00\x00\x00\x00\x00\x00' \
+        '\x02\x00\x03\x00\x01\x00\x00\x00\x54\x80\x04\x08\x34\x00\x00\x00' \
+        '\x00\x00\x00\x00\x00\x00\x00\x00\x34\x00\x20\x00\x01\x00\x00\x00\x00\x00\x00\x00' \
+        '\x01\x00\x00\x00\x00\x00\x00\x00\x00\x80\x04\x08\x00\x80\x04\x08' \
+        '\x5e\x00\x00\x00\x5e\x00\x00\x00\x05\x00\x00\x00\x00\x10\x00\x00' \
+        '\x31\xc0\x40\xbb\x2a\x00\x00\x00\xcd\x80' >"$dir/exit42"
+    chmod +x "$dir/exit42"
+    "$dir/exit42" 2>/dev/null
+    rc=$?
+    rm -rf "$dir"
+    [ $rc = 42 ]
+}
+
+want_wine32=0
+if [ "${CMDDATA_WIN32_RUN:-}" = 1 ]; then
+    want_wine32=1
+elif [ "${CMDDATA_WIN32_RUN:-}" != 0 ] && kernel_runs_i386; then
+    want_wine32=1
+fi
+
+read_status
 missing=()
 for p in "${native_pkgs[@]}" "${windows_pkgs[@]}"; do
     installed "$p" || missing+=("$p")
 done
+optional_missing=()
+if [ $want_wine32 = 1 ] && ! installed "$wine32_pkg"; then
+    optional_missing=("$wine32_pkg")
+fi
+if [ $want_wine32 = 0 ] && ! installed "$wine32_pkg"; then
+    log "this kernel does not run 32-bit x86 programs: not installing $wine32_pkg" \
+        "(the 64-bit Windows build is tested instead)"
+fi
 
-if [ ${#missing[@]} -eq 0 ]; then
+if [ ${#missing[@]} -eq 0 ] && [ ${#optional_missing[@]} -eq 0 ]; then
     log "everything is installed already"
     exit 0
 fi
-log "missing: ${missing[*]}"
+log "missing: ${missing[*]} ${optional_missing[*]}"
 
-need_i386=0
-for p in "${missing[@]}"; do
-    case "$p" in *:i386) need_i386=1 ;; esac
-done
-if [ $need_i386 = 1 ] && ! dpkg --print-foreign-architectures | grep -qx i386; then
+if [ ${#optional_missing[@]} -gt 0 ] && ! dpkg --print-foreign-architectures | grep -qx i386; then
     log "adding the i386 architecture (for wine32)"
     dpkg --add-architecture i386
 fi
@@ -49,37 +93,40 @@ apt_update() {
     apt-get update -q || log "apt-get update reported an error; continuing with what it fetched"
 }
 
+# A package whose i386 twin came from a different suite than its amd64 candidate gives unmet
+# dependencies (Multi-Arch: same needs equal versions); the release suite alone resolves that.
 apt_install() {
-    apt-get install -y -q "$@"
+    apt-get install -y -q "$@" && return 0
+    log "plain install failed; retrying from the release suite"
+    apt-get install -y -q -t bookworm "$@"
 }
 
 apt_update
 
-native_missing=()
-windows_missing=()
-for p in "${missing[@]}"; do
-    case " ${windows_pkgs[*]} " in
-        *" $p "*) windows_missing+=("$p") ;;
-        *) native_missing+=("$p") ;;
-    esac
-done
-
 status=0
-if [ ${#native_missing[@]} -gt 0 ]; then
-    if ! apt_install "${native_missing[@]}"; then
-        log "plain install failed; retrying from the release suite"
-        apt_install -t bookworm "${native_missing[@]}" || status=1
-    fi
+if [ ${#missing[@]} -gt 0 ]; then
+    apt_install "${missing[@]}" || status=1
 fi
-if [ ${#windows_missing[@]} -gt 0 ]; then
-    # wine32 needs the i386 side of its dependencies; a stale i386 security index gives unmet
-    # dependencies, which the release suite alone resolves.
-    if ! apt_install "${windows_missing[@]}"; then
-        log "plain install failed; retrying from the release suite"
-        apt_install -t bookworm "${windows_missing[@]}" || status=1
+
+# Last and on its own, so that nothing above depends on it.
+if [ ${#optional_missing[@]} -gt 0 ]; then
+    if ! apt_install "${optional_missing[@]}"; then
+        log "could not install ${optional_missing[*]} (optional: 32-bit Windows programs will" \
+            "not run here, the 64-bit build is tested instead)"
+        # Leave no half-configured i386 package behind for the next apt-get to trip over.
+        broken=$(dpkg-query -W -f='${Package}:${Architecture} ${Status}\n' 2>/dev/null |
+            awk '$1 ~ /:i386$/ && $NF != "installed" && $NF != "not-installed" \
+                 && $NF != "config-files" { print $1 }')
+        if [ -n "$broken" ]; then
+            log "removing unconfigured i386 packages: ${broken//$'\n'/ }"
+            # shellcheck disable=SC2086
+            dpkg --remove --force-depends $broken >/dev/null 2>&1 ||
+                log "dpkg --remove reported an error"
+        fi
     fi
 fi
 
+read_status
 still=()
 for p in "${missing[@]}"; do
     installed "$p" || still+=("$p")

@@ -3,31 +3,36 @@
 #
 # Legs, in order (each step prints a banner; a failing step does not stop the others):
 #   deps     installs what is missing (only when run as root)
-#   native   Release build and every ctest test, including the installed-package
-#            consumer check (tests/consumer)
-#   asan     the same tests built with AddressSanitizer + UndefinedBehaviorSanitizer
-#   fuzz     clang + libFuzzer target under ASan/UBSan, about a minute from a generated corpus
-#   windows  32-bit Windows cross build: cmddata.dll checked with `file`, the tests and the
-#            tool's demo run once under Wine
+#   native   preset "native": Release build and every ctest test, including the
+#            installed-package consumer check (tests/consumer)
+#   asan     preset "asan": the same tests under AddressSanitizer + UndefinedBehaviorSanitizer
+#   fuzz     preset "fuzz": clang + libFuzzer target under ASan/UBSan, a minute from a seed corpus
+#   windows  preset "win32": the 32-bit Windows cross build, always; its DLL and programs checked.
+#            Where this machine runs 32-bit x86 programs, ctest runs its tests and the tool's demo
+#            under 32-bit Wine; where it cannot, preset "win64" builds the same for 64-bit Windows
+#            and runs them under 64-bit Wine instead.
 # Ends with one line "summary: N passed, N failed" counting the test cases of all legs, and
 # exits non-zero when anything failed.
 #
 # Environment: CMDDATA_LEGS (default "deps native asan fuzz windows"), CMDDATA_FUZZ_SECONDS
 # (default 60), CMDDATA_TEST_BUILD_DIR (default build-test in the repository), CMDDATA_JOBS
-# (default 2).
+# (default 2), CMDDATA_WIN32_RUN (1 or 0: run the 32-bit Windows programs or not, instead of
+# probing whether this machine can).
 set -u -o pipefail
 
 ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
-cd "$ROOT"
+cd "$ROOT" || exit 1
 LEGS=" ${CMDDATA_LEGS:-deps native asan fuzz windows} "
 FUZZ_SECONDS=${CMDDATA_FUZZ_SECONDS:-60}
 OUT=${CMDDATA_TEST_BUILD_DIR:-$ROOT/build-test}
 JOBS=${CMDDATA_JOBS:-2}
 mkdir -p "$OUT"
+OUT=$(cd "$OUT" && pwd)
 
 PASSED=0
 FAILED=0
 FAILURES=()
+NOTES=()
 TIMES=()
 
 # A banner also closes the step before it, with that step's duration.
@@ -50,6 +55,7 @@ fail() {
     FAILURES+=("$1")
     printf -- '---------- FAILED: %s\n' "$1"
 }
+note() { NOTES+=("$1"); printf -- '---------- note: %s\n' "$1"; }
 wants() { [[ "$LEGS" == *" $1 "* ]]; }
 
 leg_start() { LEG_T0=$(date +%s); }
@@ -66,40 +72,52 @@ step() {
     "$@"
 }
 
-# Counts ctest's closing line into the totals; a ctest that ran nothing is a failure.
-count_ctest() {
-    local what=$1 log=$2 line total failed
-    line=$(grep -Eo '[0-9]+% tests passed, [0-9]+ tests? failed out of [0-9]+' "$log" | tail -n 1)
-    if [ -z "$line" ]; then
-        fail "$what: no tests ran"
-        return
-    fi
-    total=${line##* }
-    failed=$(sed -E 's/.*passed, ([0-9]+) tests? failed.*/\1/' <<<"$line")
-    [ "$total" -gt 0 ] || { fail "$what: no tests ran"; return; }
-    PASSED=$((PASSED + total - failed))
-    if [ "$failed" -gt 0 ]; then
-        fail "$what: $failed of $total tests" "$failed"
-    else
-        printf -- '---------- ok: %s: %s tests\n' "$what" "$total"
-    fi
-}
-
-# Configures, builds and runs ctest in one build directory. Extra arguments go to cmake.
-build_and_ctest() {
-    local name=$1 dir=$2
-    shift 2
-    if ! step "$name: configure" cmake -S "$ROOT" -B "$dir" "$@"; then
+# Configures build directory DIR from preset PRESET (CMakePresets.json) and builds TARGETS in
+# order (all when none are named). Fails, and says so, at the first step that fails.
+configure_and_build() {
+    local name=$1 preset=$2 dir=$3 target
+    shift 3
+    if ! step "$name: configure (preset $preset)" cmake --preset "$preset" -B "$dir"; then
         fail "$name: configure"
         return 1
     fi
-    if ! step "$name: build" cmake --build "$dir" -j "$JOBS"; then
-        fail "$name: build"
-        return 1
-    fi
+    for target in "${@:-all}"; do
+        if ! step "$name: build $target" cmake --build "$dir" -j "$JOBS" --target "$target"; then
+            fail "$name: build $target"
+            return 1
+        fi
+    done
+}
+
+# Runs ctest in DIR and adds its test cases to the totals (see count_results.py; extra
+# arguments go to it). A run that ran nothing is a failure.
+ctest_and_count() {
+    local name=$1 dir=$2 results
+    shift 2
     banner "$name: ctest"
-    (cd "$dir" && ctest -j "$JOBS" --timeout 600 --output-on-failure) 2>&1 | tee "$dir/ctest.log"
-    count_ctest "$name" "$dir/ctest.log"
+    rm -f "$dir/ctest-junit.xml"
+    ctest --test-dir "$dir" -j "$JOBS" --timeout 600 --output-on-failure --no-tests=error \
+        --output-junit "$dir/ctest-junit.xml" </dev/null 2>&1 | tr -d '\r'
+    echo "(the whole output of every test: $dir/Testing/Temporary/LastTest.log)"
+    results=$(python3 "$ROOT/scripts/count_results.py" "$dir/ctest-junit.xml" "$@")
+    local rc=$? counts passed failed skipped
+    counts=$(tail -n 1 <<<"$results")
+    if [ $rc != 0 ] || ! [[ "$counts" =~ ^[0-9]+\ [0-9]+\ [0-9]+$ ]]; then
+        echo "$results"
+        fail "$name: no test results"
+        return
+    fi
+    read -r passed failed skipped <<<"$counts"
+    PASSED=$((PASSED + passed))
+    [ "$skipped" = 0 ] || echo "$skipped test cases skipped"
+    if [ "$failed" -gt 0 ]; then
+        sed '$d' <<<"$results"
+        fail "$name: $failed of $((passed + failed)) test cases" "$failed"
+    elif [ "$passed" = 0 ]; then
+        fail "$name: no test cases ran"
+    else
+        printf -- '---------- ok: %s: %s test cases\n' "$name" "$passed"
+    fi
 }
 
 # ---------------------------------------------------------------------------------------------
@@ -117,32 +135,34 @@ fi
 # ---------------------------------------------------------------------------------------------
 if wants native; then
     leg_start
-    build_and_ctest native "$OUT/native" -DCMAKE_BUILD_TYPE=Release \
-        -DCMDDATA_SANITIZE=OFF -DCMDDATA_BUILD_TESTS=ON -DCMDDATA_BUILD_TOOLS=ON
+    configure_and_build native native "$OUT/native" && ctest_and_count native "$OUT/native"
     leg_end native
 fi
 
 # ---------------------------------------------------------------------------------------------
-if wants asan; then
-    leg_start
-    # Leak checking needs ptrace, which some containers refuse: probe it once.
-    leaks=0
-    banner "asan: probing LeakSanitizer"
-    probe=$OUT/lsan-probe
+# Leak checking needs ptrace, which some containers refuse: probed once, for asan and fuzz.
+LEAKS=""
+probe_leaks() {
+    [ -n "$LEAKS" ] && return
+    LEAKS=0
+    banner "probing LeakSanitizer"
+    local probe=$OUT/lsan-probe
     printf '#include <cstdlib>\nint main() { volatile void* p = std::malloc(7); p = nullptr; (void)p; }\n' \
         >"$probe.cpp"
     if c++ -fsanitize=address "$probe.cpp" -o "$probe" 2>/dev/null &&
         ASAN_OPTIONS=detect_leaks=1 "$probe" 2>&1 | grep -q 'detected memory leaks'; then
-        leaks=1
+        LEAKS=1
     fi
-    echo "detect_leaks=$leaks"
-    export ASAN_OPTIONS="detect_leaks=$leaks:abort_on_error=0:strict_string_checks=1"
-    export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
-    # -O1 with line tables: a third of the compile time of -O2 -g under the sanitizers, and
-    # still stack traces with file and line.
-    build_and_ctest asan "$OUT/asan" -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG="-O1 -g1" \
-        -DCMDDATA_SANITIZE=ON -DCMDDATA_BUILD_TESTS=ON -DCMDDATA_BUILD_TOOLS=ON
-    unset ASAN_OPTIONS UBSAN_OPTIONS
+    echo "detect_leaks=$LEAKS"
+}
+
+if wants asan; then
+    leg_start
+    probe_leaks
+    if configure_and_build asan asan "$OUT/asan"; then
+        ASAN_OPTIONS="detect_leaks=$LEAKS:abort_on_error=0:strict_string_checks=1" \
+            UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1" ctest_and_count asan "$OUT/asan"
+    fi
     leg_end asan
 fi
 
@@ -154,17 +174,8 @@ run_fuzz() {
         fail "fuzz: no clang++"
         return
     fi
-    if ! step "fuzz: configure (clang, libFuzzer, ASan+UBSan)" env CC=clang CXX=clang++ \
-        cmake -S "$ROOT" -B "$dir" -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG="-O1 -g1" \
-        -DCMDDATA_SANITIZE=ON \
-        -DCMDDATA_BUILD_FUZZ=ON -DCMDDATA_BUILD_TESTS=OFF -DCMDDATA_BUILD_TOOLS=OFF; then
-        fail "fuzz: configure"
-        return
-    fi
-    if ! step "fuzz: build" cmake --build "$dir" -j "$JOBS"; then
-        fail "fuzz: build"
-        return
-    fi
+    probe_leaks
+    configure_and_build fuzz fuzz "$dir" || return
     rm -rf "$dir/seeds" "$dir/artifacts"
     mkdir -p "$dir/seeds" "$dir/corpus" "$dir/artifacts"
     if ! step "fuzz: seed corpus" "$dir/fuzz/make_seeds" "$dir/seeds"; then
@@ -173,7 +184,7 @@ run_fuzz() {
     fi
     banner "fuzz: ${FUZZ_SECONDS}s of cmddata_fuzz"
     local rc
-    ASAN_OPTIONS=detect_leaks=${leaks:-1} UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
+    ASAN_OPTIONS=detect_leaks=$LEAKS UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
         timeout $((FUZZ_SECONDS + 300)) "$dir/fuzz/cmddata_fuzz" "$dir/corpus" "$dir/seeds" \
         -max_total_time="$FUZZ_SECONDS" -timeout=25 -rss_limit_mb=4096 -max_len=8192 \
         -artifact_prefix="$dir/artifacts/" -print_final_stats=1 </dev/null >"$dir/fuzz.log" 2>&1
@@ -194,98 +205,120 @@ if wants fuzz; then
 fi
 
 # ---------------------------------------------------------------------------------------------
-# Wine is given a prefix inside the build tree and a time limit on every call.
-wine_run() {
-    local limit=$1
-    shift
-    timeout -k 10 "$limit" "$@" </dev/null
+# The DLL and the programs of one Windows build: `file` must name the expected kind of DLL, the
+# import library must be there, and nothing but system DLLs and cmddata.dll may be needed.
+check_windows_binaries() {
+    local name=$1 dir=$2 kind_re=$3 objdump=$4 kind extra="" f
+    banner "$name: cmddata.dll and the programs"
+    kind=$(file -b "$dir/bin/cmddata.dll" 2>&1)
+    echo "cmddata.dll: $kind"
+    ls -l "$dir/bin" "$dir/libcmddata.dll.a" 2>&1
+    if [[ "$kind" =~ $kind_re ]] && [ -f "$dir/libcmddata.dll.a" ]; then
+        pass "$name: cmddata.dll is a ${kind%%,*} DLL with its import library"
+    else
+        fail "$name: cmddata.dll is not a DLL of the expected kind ($kind_re)"
+    fi
+    for f in "$dir"/bin/*.dll "$dir"/bin/*.exe; do
+        extra+=$("$objdump" -p "$f" | sed -n 's/^[[:space:]]*DLL Name: //p' |
+            grep -iE '^(libstdc|libgcc|libwinpthread)' | sed "s|^|$(basename "$f") needs |")
+    done
+    if [ -n "$extra" ]; then
+        echo "$extra"
+        fail "$name: compiler runtime DLLs needed"
+    else
+        pass "$name: programs need only cmddata.dll and system DLLs"
+    fi
+}
+
+# Whether this machine runs 32-bit x86 programs, asked once per run of the 32-bit Wine loader
+# the win32 build found: `--version` exits 126 (Exec format error) on a kernel without 32-bit
+# support. CMDDATA_WIN32_RUN=1 or 0 overrides the answer. Sets WIN32_RUN and WIN32_WHY.
+probe_win32() {
+    local loader rc out
+    banner "windows: can this machine run 32-bit programs?"
+    loader=$(sed -n 's/^CMDDATA_WINE:FILEPATH=//p' "$OUT/win32/CMakeCache.txt" 2>/dev/null)
+    WIN32_RUN=0
+    if [ -z "$loader" ] || [[ "$loader" == *NOTFOUND ]]; then
+        WIN32_WHY="no 32-bit Wine loader is installed"
+    elif [ "$(head -c 2 "$loader")" = '#!' ] && [ -d /usr/lib/wine ] && [ ! -x /usr/lib/wine/wine ]; then
+        # Debian's /usr/bin/wine falls back to the 64-bit loader when wine32 is missing.
+        WIN32_WHY="32-bit Wine (wine32) is not installed"
+    else
+        # Started by bash itself: timeout's execvp would hand a program the kernel refuses to sh.
+        # shellcheck disable=SC2016
+        out=$(timeout -k 5 60 bash -c 'exec "$0" --version' "$loader" </dev/null 2>&1)
+        rc=$?
+        out=$(head -n 1 <<<"$out")
+        echo "$loader --version: exit $rc: $out"
+        if [ $rc = 0 ]; then
+            WIN32_RUN=1
+            WIN32_WHY="$loader --version runs ($out)"
+        elif [ $rc = 126 ] || [[ "$out" == *"Exec format error"* ]]; then
+            WIN32_WHY="$loader --version: Exec format error, exit $rc"
+        else
+            WIN32_WHY="$loader --version exited $rc"
+        fi
+    fi
+    local answer
+    answer=$([ $WIN32_RUN = 1 ] && echo yes || echo no)
+    echo "32-bit programs run here: $answer ($WIN32_WHY)"
+    case ${CMDDATA_WIN32_RUN:-} in
+        1 | 0)
+            WIN32_RUN=$CMDDATA_WIN32_RUN
+            WIN32_WHY="CMDDATA_WIN32_RUN=$CMDDATA_WIN32_RUN (the probe said $answer: $WIN32_WHY)"
+            echo "$WIN32_WHY"
+            ;;
+    esac
+}
+
+# ctest of one Windows build, under the Wine its toolchain named; then its wineserver is stopped.
+run_under_wine() {
+    local name=$1 dir=$2
+    rm -f "$dir/tests/cmddata_tests.xml"
+    ctest_and_count "$name" "$dir" --setup wine.prefix \
+        --cases "cmddata_tests=$dir/tests/cmddata_tests.xml"
+    WINEPREFIX=$dir/wineprefix timeout -k 5 60 wineserver -k </dev/null >/dev/null 2>&1 || true
 }
 
 run_windows() {
-    local dir=$OUT/win bin
-    bin=$dir/bin
-    if ! command -v i686-w64-mingw32-g++-win32 >/dev/null &&
-        ! command -v i686-w64-mingw32-g++ >/dev/null; then
-        banner "windows: no MinGW-w64 compiler"
-        fail "windows: no i686-w64-mingw32-g++"
+    local dir32=$OUT/win32 dir64=$OUT/win64
+    # Every 32-bit program is built and linked everywhere, whether or not it can run here; the
+    # tests first, so that a program that fails to build elsewhere does not hide them.
+    if ! command -v i686-w64-mingw32-objdump >/dev/null; then
+        banner "windows: no MinGW-w64 for i686"
+        fail "windows: no i686-w64-mingw32 toolchain"
         return
     fi
-    if ! step "windows: configure (i686-w64-mingw32)" cmake -S "$ROOT" -B "$dir" \
-        -DCMAKE_TOOLCHAIN_FILE="$ROOT/cmake/toolchain-i686-w64-mingw32.cmake" \
-        -DCMAKE_BUILD_TYPE=Release -DCMDDATA_BUILD_TESTS=ON -DCMDDATA_BUILD_TOOLS=ON; then
-        fail "windows: configure"
-        return
+    if configure_and_build win32 win32 "$dir32" cmddata_tests all; then
+        check_windows_binaries win32 "$dir32" '^PE32 executable \(DLL\).*Intel 80386' \
+            i686-w64-mingw32-objdump
     fi
-    # The tests first, so that a program that fails to build elsewhere does not hide them.
-    if ! step "windows: build cmddata_tests" cmake --build "$dir" -j "$JOBS" --target cmddata_tests; then
-        fail "windows: build cmddata_tests"
-        return
-    fi
-    step "windows: build the rest" cmake --build "$dir" -j "$JOBS" || fail "windows: build"
 
-    banner "windows: cmddata.dll"
-    local kind
-    kind=$(file -b "$bin/cmddata.dll" 2>&1)
-    echo "$kind"
-    ls -l "$bin" "$dir/libcmddata.dll.a" 2>&1
-    if [[ "$kind" == PE32\ * && "$kind" == *"Intel 80386"* && "$kind" == *"(DLL)"* ]] &&
-        [ -f "$dir/libcmddata.dll.a" ]; then
-        pass "windows: cmddata.dll is a 32-bit DLL with its import library"
-    else
-        fail "windows: cmddata.dll is not a PE32 i386 DLL"
-    fi
-    # Nothing but the system's DLLs and cmddata.dll may be needed beside the programs.
-    local objdump extra=""
-    objdump=$(command -v i686-w64-mingw32-objdump)
-    if [ -n "$objdump" ]; then
-        for f in "$bin"/*.dll "$bin"/*.exe; do
-            extra+=$("$objdump" -p "$f" | sed -n 's/^[[:space:]]*DLL Name: //p' |
-                grep -iE '^(libstdc|libgcc|libwinpthread)' | sed "s|^|$(basename "$f") needs |")
-        done
-        if [ -n "$extra" ]; then
-            echo "$extra"
-            fail "windows: compiler runtime DLLs needed"
+    probe_win32
+    if [ "$WIN32_RUN" = 1 ]; then
+        if [[ ${CMDDATA_WIN32_RUN:-} == [01] ]]; then
+            note "windows: $WIN32_WHY: ran the 32-bit Windows build under Wine"
         else
-            pass "windows: programs need only cmddata.dll and system DLLs"
+            note "windows: 32-bit programs run on this machine ($WIN32_WHY): ran the 32-bit Windows build under Wine"
         fi
-    fi
-
-    if ! command -v wine >/dev/null; then
-        banner "windows: wine not found"
-        fail "windows: no wine"
+        [ -f "$dir32/bin/cmddata_tests.exe" ] && run_under_wine win32 "$dir32"
         return
     fi
-    export WINEDEBUG=-all WINEPREFIX=$dir/wineprefix WINEARCH=win32 WINEDLLOVERRIDES="mscoree,mshtml="
-    if [ ! -f "$WINEPREFIX/system.reg" ]; then
-        banner "windows: wineboot -i (new prefix in $WINEPREFIX)"
-        wine_run 600 wineboot -i || echo "wineboot exited $?"
-    fi
-
-    banner "windows: cmddata_tests.exe under Wine"
-    local log=$dir/wine-tests.log rc
-    (cd "$bin" && GTEST_COLOR=no wine_run 900 wine ./cmddata_tests.exe) 2>&1 | tr -d '\r' | tee "$log"
-    rc=${PIPESTATUS[0]}
-    local ok bad
-    ok=$(sed -nE 's/^\[  PASSED  \] ([0-9]+) tests?\.$/\1/p' "$log" | tail -n 1)
-    bad=$(sed -nE 's/^\[  FAILED  \] ([0-9]+) tests?, listed below:$/\1/p' "$log" | tail -n 1)
-    ok=${ok:-0}
-    bad=${bad:-0}
-    PASSED=$((PASSED + ok))
-    if [ "$bad" -gt 0 ]; then
-        fail "windows: $bad tests under Wine" "$bad"
-    elif [ "$rc" != 0 ] || [ "$ok" = 0 ]; then
-        fail "windows: cmddata_tests.exe exited $rc after $ok passing tests"
+    if [[ ${CMDDATA_WIN32_RUN:-} == [01] ]]; then
+        note "windows: $WIN32_WHY: 32-bit programs not run: ran the 64-bit Windows build under Wine instead"
     else
-        printf -- '---------- ok: windows: %s tests under Wine\n' "$ok"
+        note "windows: 32-bit programs cannot run on this machine ($WIN32_WHY): ran the 64-bit Windows build under Wine instead"
     fi
-
-    if [ -f "$bin/cmddata.exe" ]; then
-        banner "windows: cmddata.exe demo under Wine"
-        (cd "$bin" && wine_run 300 wine ./cmddata.exe demo) 2>&1 | tr -d '\r' | tail -n 60
-        rc=${PIPESTATUS[0]}
-        if [ "$rc" = 0 ]; then pass "windows: cmddata.exe demo"; else fail "windows: cmddata.exe demo exited $rc"; fi
+    if ! command -v x86_64-w64-mingw32-objdump >/dev/null; then
+        banner "windows: no MinGW-w64 for x86_64"
+        fail "windows: no x86_64-w64-mingw32 toolchain"
+        return
     fi
-    wine_run 60 wineserver -k >/dev/null 2>&1 || true
+    if configure_and_build win64 win64 "$dir64" cmddata_tests all; then
+        check_windows_binaries win64 "$dir64" '^PE32\+ executable \(DLL\).*x86-64' \
+            x86_64-w64-mingw32-objdump
+    fi
+    [ -f "$dir64/bin/cmddata_tests.exe" ] && run_under_wine win64 "$dir64"
 }
 if wants windows; then
     leg_start
@@ -294,11 +327,18 @@ if wants windows; then
 fi
 
 # ---------------------------------------------------------------------------------------------
-banner "timings"
-STEP_NAME=""
+closing() {
+    banner "$1"
+    STEP_NAME=""
+}
+closing "timings"
 printf '%s\n' "${TIMES[@]}"
+if [ ${#NOTES[@]} -gt 0 ]; then
+    closing "notes"
+    printf '  %s\n' "${NOTES[@]}"
+fi
 if [ ${#FAILURES[@]} -gt 0 ]; then
-    banner "failures"
+    closing "failures"
     printf '  %s\n' "${FAILURES[@]}"
 fi
 echo
