@@ -3,6 +3,7 @@
 #   cmake -S . -B build-win -DCMAKE_TOOLCHAIN_FILE=cmake/toolchain-i686-w64-mingw32.cmake
 #   (or: cmake --preset win32)
 set(CMAKE_SYSTEM_PROCESSOR x86)
+set(CMDDATA_POINTER_BYTES 4)  # checked by the library when it compiles
 set(CMDDATA_MINGW_PREFIX i686-w64-mingw32)
 set(CMDDATA_WINEARCH win32)
 # Debian's /usr/lib/wine/wine is the 32-bit loader; /usr/bin/wine is a script in front of it.

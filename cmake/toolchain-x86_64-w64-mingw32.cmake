@@ -4,6 +4,7 @@
 #   cmake -S . -B build-win64 -DCMAKE_TOOLCHAIN_FILE=cmake/toolchain-x86_64-w64-mingw32.cmake
 #   (or: cmake --preset win64)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
+set(CMDDATA_POINTER_BYTES 8)  # checked by the library when it compiles
 set(CMDDATA_MINGW_PREFIX x86_64-w64-mingw32)
 set(CMDDATA_WINEARCH win64)
 # wine64 first: where both widths are installed, Debian's `wine` script picks the 32-bit one.
