@@ -15,6 +15,7 @@
 #include "cmddata/core/result.h"
 #include "cmddata/core/scalar.h"
 #include "cmddata/core/shared_region.h"
+#include "cmddata/diagcode/can_bus.h"
 #include "cmddata/diagcode/diag_code.h"
 #include "cmddata/diagcode/freeze_frame.h"
 #include "cmddata/monitor/act_test.h"
