@@ -17,6 +17,7 @@
 #include "cmddata/core/shared_region.h"
 #include "cmddata/diagcode/can_bus.h"
 #include "cmddata/diagcode/diag_code.h"
+#include "cmddata/diagcode/emission.h"
 #include "cmddata/diagcode/freeze_frame.h"
 #include "cmddata/monitor/act_test.h"
 #include "cmddata/monitor/conversion.h"
