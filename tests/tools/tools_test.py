@@ -39,10 +39,13 @@ def run(*args, timeout=60):
     return proc.returncode, proc.stdout.decode("utf-8", "replace"), err
 
 
-def shm_names():
-    if WRAPPER or not os.path.isdir("/dev/shm"):
+def shm_names(out):
+    """The named objects left behind by the demo whose transcript is out (only its own: other
+    demos may run on the machine at the same time)."""
+    region = re.search(r"region '(cmddata-demo-\d+)'", out)
+    if WRAPPER or region is None or not os.path.isdir("/dev/shm"):
         return set()
-    return {n for n in os.listdir("/dev/shm") if "cmddata-demo" in n}
+    return {n for n in os.listdir("/dev/shm") if region.group(1) in n}
 
 
 def saved_demo():
@@ -264,8 +267,8 @@ class Demo(unittest.TestCase):
                          "0100" "0200" "0300")
 
     def test_leaves_no_named_objects(self):
-        saved_demo()
-        self.assertEqual(shm_names(), set())
+        out, _ = saved_demo()
+        self.assertEqual(shm_names(out), set())
 
     def test_vehicle_side_that_dies_is_reported(self):
         start = time.time()
@@ -274,7 +277,7 @@ class Demo(unittest.TestCase):
         self.assertIn("exited with code 3 without answering the GetDatMonValue request", out)
         self.assertIn("demo FAILED", out)
         self.assertLess(time.time() - start, 20)
-        self.assertEqual(shm_names(), set())
+        self.assertEqual(shm_names(out), set())
 
     def test_silent_vehicle_side_times_out(self):
         start = time.time()
@@ -282,7 +285,7 @@ class Demo(unittest.TestCase):
         self.assertEqual(code, 1)
         self.assertIn("no answer to the GetDatMonSignalInfo request within 700 ms", out)
         self.assertLess(time.time() - start, 20)
-        self.assertEqual(shm_names(), set())
+        self.assertEqual(shm_names(out), set())
 
     def test_damaged_answers_and_differing_fills_fail_the_demo(self):
         out, _ = saved_demo()
@@ -303,7 +306,7 @@ class Demo(unittest.TestCase):
         self.assertEqual(len(re.findall(r"MISMATCH", out)), 1)
         self.assertIn(" 2 differing;", out)
         self.assertIn("demo FAILED", out)
-        self.assertEqual(shm_names(), set())
+        self.assertEqual(shm_names(out), set())
 
 
 class Dump(unittest.TestCase):
