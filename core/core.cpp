@@ -72,6 +72,8 @@ const char* ResultName(Result code) {
             return "null output pointer";
         case result::kItemMissing:
             return "item missing or text rejected";
+        case result::kAccessorOutOfMemory:
+            return "out of memory for a copy";
         default:
             return "unknown result";
     }

@@ -150,6 +150,30 @@ void DescribeProc::U64(const char* name, std::uint64_t& v) { Fixed(name, WireTyp
 void DescribeProc::String(const char* name, CCmdString& text) { TextBody(name, text); }
 void DescribeProc::Buffer(const char* name, CCmdBuffer& buffer) { BufferBody(name, buffer); }
 
+void DescribeProc::Dropped(const char* countName, const char* name, std::uint32_t& count) {
+    if (failed_) return;
+    if (mode_ == Mode::kFill) {  // a short run, as the buffers have
+        count = 3;
+        offset_ += 4;
+    } else {
+        if (mode_ == Mode::kMinimal) count = 0;
+        Fixed(countName, WireType::kU32, &count, 4);
+        if (failed_) return;
+    }
+    FieldInfo info = Info(name, WireType::kImage, count);
+    const unsigned char* seen = nullptr;  // the bytes in the region, when decoding
+    if (mode_ == Mode::kDecode) {
+        const bool fits = detail::CountFits(*source_, count, 1);
+        if (fits) seen = source_->GetBase() + source_->GetPosition();
+        detail::ViaReader x{*source_};
+        detail::ReadDropped(count, *source_, x);
+        if (!fits) return Fail(info, result::kPastEnd, "count larger than the region can hold");
+        if (!CheckRead(info, "bytes")) return;
+    }
+    offset_ += count;
+    if (visitor_ != nullptr) visitor_->Bytes(info, seen, count);
+}
+
 void DescribeProc::TextBody(const char* name, CCmdString& text) {
     if (failed_) return;
     FieldInfo info = Info(name, WireType::kString, 0);

@@ -134,6 +134,45 @@ void WriteBytes(CCmdBuffer& b, X& x) {
         x.Bytes(Access::Data(b), static_cast<std::int32_t>(size));
 }
 
+// A counted run of bytes that the object does not keep: its count travels, and the bytes are
+// zeros on writing and dropped on reading. They move in slices of a small block on the stack,
+// so nothing is allocated for them and nothing but that block is read or written.
+constexpr std::uint32_t kDroppedSlice = 256;
+
+// Reads count bytes and drops them. A count the region cannot hold is not read: it becomes 0
+// and the reader is run to its end with kPastEnd.
+template <class X>
+void ReadDropped(std::uint32_t& count, CCmdReader& reader, X& x) {
+    if (count == 0) return;
+    if (!CountFits(reader, count, 1)) {
+        count = 0;
+        Exhaust(reader);
+        return;
+    }
+    unsigned char scratch[kDroppedSlice];
+    for (std::uint32_t left = count; left != 0;) {
+        const std::uint32_t n = left < kDroppedSlice ? left : kDroppedSlice;
+        x.Bytes(scratch, static_cast<std::int32_t>(n));
+        left -= n;
+    }
+}
+// Writes count zero bytes. A run longer than the room left fails as one transfer of it would:
+// kPastEnd, nothing moved.
+template <class X>
+void WriteZeros(std::uint32_t count, CCmdWriter& writer, X& x) {
+    if (count == 0) return;
+    if (writer.IsAttached() && count > writer.GetSize() - writer.GetPosition()) {
+        Access::LastError(writer) = result::kPastEnd;
+        return;
+    }
+    static const unsigned char zeros[kDroppedSlice] = {};
+    for (std::uint32_t left = count; left != 0;) {
+        const std::uint32_t n = left < kDroppedSlice ? left : kDroppedSlice;
+        if (x.Bytes(zeros, static_cast<std::int32_t>(n)) != result::kOk) return;
+        left -= n;
+    }
+}
+
 }  // namespace detail
 
 // --- Images: a nested object moved as its fixed in-memory image ---
@@ -318,6 +357,13 @@ public:
     void Buffer(const char*, CCmdBuffer& b) {
         With([&](auto& x) { detail::ReadBytes(b, r_, x); });
     }
+    /// A u32 count, then count bytes the object does not keep: read and dropped.
+    void Dropped(const char*, const char*, std::uint32_t& count) {
+        With([&](auto& x) {
+            x.template Fixed<4>(&count);
+            detail::ReadDropped(count, r_, x);
+        });
+    }
     template <class T>
     void Record(const char*, T& o) {
 #ifdef CMDDATA_BUILDING
@@ -395,6 +441,13 @@ public:
     void Buffer(const char*, CCmdBuffer& b) {
         With([&](auto& x) { detail::WriteBytes(b, x); });
     }
+    /// A u32 count, then count zero bytes.
+    void Dropped(const char*, const char*, std::uint32_t& count) {
+        With([&](auto& x) {
+            x.template Fixed<4>(&count);
+            detail::WriteZeros(count, w_, x);
+        });
+    }
     template <class T>
     void Record(const char*, T& o) {
 #ifdef CMDDATA_BUILDING
@@ -467,6 +520,7 @@ public:
     void Ident(const char*, std::uint32_t&) {}
     void String(const char*, CCmdString& s) { s.CCmdString::RemoveAll(); }
     void Buffer(const char*, CCmdBuffer& b) { b.CCmdBuffer::RemoveAll(); }
+    void Dropped(const char*, const char*, std::uint32_t& count) { count = 0; }
     template <class T>
     void Record(const char*, T& o) {
         o.T::RemoveAll();

@@ -100,6 +100,9 @@ public:
     void Ident(const char* name, std::uint32_t& value);
     void String(const char* name, CCmdString& text);
     void Buffer(const char* name, CCmdBuffer& buffer);
+    /// A u32 count (countName), then count bytes (name) that the object does not keep: zeros
+    /// when written, dropped when read. Reported as the count and an image of count bytes.
+    void Dropped(const char* countName, const char* name, std::uint32_t& count);
     template <class T>
     void Record(const char* name, T& object);
     void Record(const char* name, CCmdString& text) { String(name, text); }

@@ -26,6 +26,8 @@ constexpr Result kVerifyFailed = 0xA0080005;
 constexpr Result kNullOutput = 0xC0040001;
 /// An accessor's wanted item is missing, or its text fails a check.
 constexpr Result kItemMissing = 0xA0040004;
+/// An accessor could not allocate its copy of the caller's bytes.
+constexpr Result kAccessorOutOfMemory = 0xA0040002;
 }  // namespace result
 
 /// A short English name for a result code ("past end", ...); never null.

@@ -1,0 +1,84 @@
+// Direct diagnostic interfaces: creation and deletion requests, their answers and settings.
+#include "cmddata/direct/dmci_interface.h"
+
+#include "../core/procs.h"
+
+namespace {
+const char* const kOptionNames[4] = {"option_1", "option_2", "option_3", "option_4"};
+const char* const kParameterNames[7] = {"parameter_1", "parameter_2", "parameter_3", "parameter_4",
+                                        "parameter_5", "parameter_6", "parameter_7"};
+}  // namespace
+
+// No version prefix: two bare words.
+template <class P>
+void CCmdSConfig::Fields(P& p) {
+    p.U32("setting_id", settingId);
+    p.U32("value", value);
+}
+CMDDATA_DEFINE_FIELDS(CCmdSConfig)
+
+// Header(p) puts nothing on the wire for these commands; the status word is written here.
+template <class P>
+void CCmdDmciStatus::Fields(P& p) {
+    Header(p);
+    p.U32("status_word_3", status_[2]);
+}
+CMDDATA_DEFINE_FIELDS(CCmdDmciStatus)
+
+template <class P>
+void CCmdDmciWord::Fields(P& p) {
+    Header(p);
+    p.U32("parameter", parameter);
+}
+CMDDATA_DEFINE_FIELDS(CCmdDmciWord)
+
+template <class P>
+void CCmdDmciBusInterface::Fields(P& p) {
+    Header(p);
+    for (int i = 0; i < 2; ++i) p.U8(kOptionNames[i], options[i]);
+    for (int i = 0; i < 7; ++i) p.U32(kParameterNames[i], parameters[i]);
+}
+CMDDATA_DEFINE_FIELDS(CCmdDmciBusInterface)
+
+template <class P>
+void CDmciCreateIsoDiagInterfaceSnd::Fields(P& p) {
+    Header(p);
+    p.String("name", name);
+    p.List("settings", settings);
+    for (int i = 0; i < 4; ++i) p.U32(kParameterNames[i], parameters[i]);
+}
+CMDDATA_DEFINE_FIELDS(CDmciCreateIsoDiagInterfaceSnd)
+
+template <class P>
+void CDmciCreateVpwDiagInterfaceSnd::Fields(P& p) {
+    Header(p);
+    p.String("name", name);
+    for (int i = 0; i < 2; ++i) p.U32(kParameterNames[i], parameters[i]);
+}
+CMDDATA_DEFINE_FIELDS(CDmciCreateVpwDiagInterfaceSnd)
+
+template <class P>
+void CDmciCreatePwmDiagInterfaceSnd::Fields(P& p) {
+    Header(p);
+    p.String("name", name);
+    p.Buffer("setup_bytes", setupBytes);
+    p.List("settings", settings);
+    for (int i = 0; i < 2; ++i) p.U32(kParameterNames[i], parameters[i]);
+}
+CMDDATA_DEFINE_FIELDS(CDmciCreatePwmDiagInterfaceSnd)
+
+template <class P>
+void CDmciCreateDLC12InterfaceSnd::Fields(P& p) {
+    Header(p);
+    p.U8("option", option);
+    p.U16("parameter", parameter);
+}
+CMDDATA_DEFINE_FIELDS(CDmciCreateDLC12InterfaceSnd)
+
+template <class P>
+void CDmciCreatePsaDiagInterfaceSnd::Fields(P& p) {
+    Header(p);
+    for (int i = 0; i < 4; ++i) p.U8(kOptionNames[i], options[i]);
+    for (int i = 0; i < 5; ++i) p.U32(kParameterNames[i], parameters[i]);
+}
+CMDDATA_DEFINE_FIELDS(CDmciCreatePsaDiagInterfaceSnd)

@@ -1,0 +1,107 @@
+// Raw frame records: the variable-length frames with their held bytes, CAN frames and CAN
+// conversion results.
+#include "cmddata/direct/frame.h"
+
+#include <cstring>
+
+#include "../core/procs.h"
+
+using cmddata::detail::BlockAlloc;
+using cmddata::detail::BlockRelease;
+using cmddata::detail::BlockRetain;
+
+namespace {
+const char* const kDataNames[8] = {"data_0", "data_1", "data_2", "data_3",
+                                   "data_4", "data_5", "data_6", "data_7"};
+}  // namespace
+
+CCmdFrameBytes::Block::Block(const Block& other) : data_(other.data_), size_(other.size_) {
+    BlockRetain(data_);
+}
+CCmdFrameBytes::Block::~Block() { BlockRelease(data_); }
+void CCmdFrameBytes::Block::RemoveAll() {
+    BlockRelease(data_);
+    data_ = nullptr;
+    size_ = 0;
+}
+
+cmddata::Result CCmdFrameBytes::SetMsgData(const unsigned char* data, std::uint32_t length) {
+    if (data == nullptr) return cmddata::result::kNullOutput;
+    block_.RemoveAll();
+    unsigned char* fresh = BlockAlloc(length);  // 0 bytes is an empty block, not a failure
+    if (fresh == nullptr) return cmddata::result::kAccessorOutOfMemory;
+    if (length != 0) std::memcpy(fresh, data, length);
+    block_.data_ = fresh;
+    block_.size_ = length;
+    length_ = length;
+    return cmddata::result::kOk;
+}
+
+void CCmdFrameBytes::CopyFrame(const CCmdFrameBytes& source) {
+    if (&source == this) return;
+    length_ = source.length_;
+    const Block& from = source.block_;
+    block_.RemoveAll();
+    if (from.data_ == nullptr) return;
+    // The block's own size: the count may have been changed since the bytes were set.
+    unsigned char* fresh = BlockAlloc(from.size_);
+    if (fresh == nullptr) return;  // the bytes are lost; the count stays the source's
+    if (from.size_ != 0) std::memcpy(fresh, from.data_, from.size_);
+    block_.data_ = fresh;
+    block_.size_ = from.size_;
+}
+
+SCmdIPMsg& SCmdIPMsg::operator=(const SCmdIPMsg& source) {
+    identifier = source.identifier;
+    firstWord = source.firstWord;
+    secondWord = source.secondWord;
+    CopyFrame(source);
+    return *this;
+}
+
+template <class P>
+void SCmdIPMsg::Fields(P& p) {
+    p.Prefix(*this);
+    p.U32("identifier", identifier);
+    p.U16("first_word", firstWord);
+    p.U16("second_word", secondWord);
+    FrameFields(p);
+}
+CMDDATA_DEFINE_FIELDS(SCmdIPMsg)
+
+CCmdFrameCtrlMessage& CCmdFrameCtrlMessage::operator=(const CCmdFrameCtrlMessage& source) {
+    identifier = source.identifier;
+    firstControl = source.firstControl;
+    secondControl = source.secondControl;
+    CopyFrame(source);
+    return *this;
+}
+
+template <class P>
+void CCmdFrameCtrlMessage::Fields(P& p) {
+    p.Prefix(*this);
+    p.U16("identifier", identifier);
+    p.U8("first_control", firstControl);
+    p.U8("second_control", secondControl);
+    FrameFields(p);
+}
+CMDDATA_DEFINE_FIELDS(CCmdFrameCtrlMessage)
+
+template <class P>
+void SCmdCanMsg::Fields(P& p) {
+    p.Prefix(*this);
+    p.U32("can_id", canId);
+    p.U16("first_word", firstWord);
+    p.U16("second_word", secondWord);
+    for (int i = 0; i < 8; ++i) p.U8(kDataNames[i], data[i]);
+}
+CMDDATA_DEFINE_FIELDS(SCmdCanMsg)
+
+template <class P>
+void CCmdCANCnvResult::Fields(P& p) {
+    p.Prefix(*this);
+    p.U16("first_value", firstValue);
+    p.U8("second_value", secondValue);
+    p.U32("result", result);
+}
+CMDDATA_DEFINE_FIELDS(CCmdCANCnvResult)
