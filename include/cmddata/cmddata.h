@@ -31,4 +31,5 @@
 #include "cmddata/platform/export.h"
 #include "cmddata/platform/platform.h"
 #include "cmddata/vehicle/car_info.h"
+#include "cmddata/vehicle/ecu.h"
 #include "cmddata/vehicle/vehicle_info.h"
