@@ -32,4 +32,5 @@
 #include "cmddata/platform/platform.h"
 #include "cmddata/vehicle/car_info.h"
 #include "cmddata/vehicle/ecu.h"
+#include "cmddata/vehicle/select.h"
 #include "cmddata/vehicle/vehicle_info.h"
