@@ -16,6 +16,7 @@
 #include "cmddata/core/scalar.h"
 #include "cmddata/core/shared_region.h"
 #include "cmddata/diagcode/diag_code.h"
+#include "cmddata/diagcode/event.h"
 #include "cmddata/diagcode/freeze_frame.h"
 #include "cmddata/direct/dmci_interface.h"
 #include "cmddata/direct/dmci_monitor.h"
