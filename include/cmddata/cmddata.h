@@ -32,6 +32,7 @@
 #include "cmddata/platform/export.h"
 #include "cmddata/platform/platform.h"
 #include "cmddata/vehicle/car_info.h"
+#include "cmddata/vehicle/comm.h"
 #include "cmddata/vehicle/ecu.h"
 #include "cmddata/vehicle/select.h"
 #include "cmddata/vehicle/vehicle_info.h"
