@@ -6,6 +6,7 @@
 #   native   preset "native": Release build and every ctest test, including the
 #            installed-package consumer check (tests/consumer)
 #   asan     preset "asan": the same tests under AddressSanitizer + UndefinedBehaviorSanitizer
+#   tsan     preset "tsan": the tests that share an object between threads, under ThreadSanitizer
 #   fuzz     preset "fuzz": clang + libFuzzer target under ASan/UBSan, a minute from a seed corpus
 #   windows  preset "win32": the 32-bit Windows cross build, always; its DLL and programs checked.
 #            Where this machine runs 32-bit x86 programs, ctest runs its tests and the tool's demo
@@ -14,7 +15,7 @@
 # Ends with one line "summary: N passed, N failed" counting the test cases of all legs, and
 # exits non-zero when anything failed.
 #
-# Environment: CMDDATA_LEGS (default "deps native asan fuzz windows"), CMDDATA_FUZZ_SECONDS
+# Environment: CMDDATA_LEGS (default "deps native asan tsan fuzz windows"), CMDDATA_FUZZ_SECONDS
 # (default 60), CMDDATA_TEST_BUILD_DIR (default build-test in the repository), CMDDATA_JOBS
 # (default 2), CMDDATA_WIN32_RUN (1 or 0: run the 32-bit Windows programs or not, instead of
 # probing whether this machine can).
@@ -22,7 +23,7 @@ set -u -o pipefail
 
 ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$ROOT" || exit 1
-LEGS=" ${CMDDATA_LEGS:-deps native asan fuzz windows} "
+LEGS=" ${CMDDATA_LEGS:-deps native asan tsan fuzz windows} "
 FUZZ_SECONDS=${CMDDATA_FUZZ_SECONDS:-60}
 OUT=${CMDDATA_TEST_BUILD_DIR:-$ROOT/build-test}
 JOBS=${CMDDATA_JOBS:-2}
@@ -175,6 +176,32 @@ if wants asan; then
                 $(shard_reports "$OUT/asan")
     fi
     leg_end asan
+fi
+
+# ---------------------------------------------------------------------------------------------
+# The tests that share an object between threads (a locked ECU list filled by one thread while
+# another reads it under the lock), under ThreadSanitizer. Only those: the verification tests
+# flip region bytes from a second thread on purpose.
+if wants tsan; then
+    leg_start
+    report=$OUT/tsan/tests/tsan.xml
+    if configure_and_build tsan tsan "$OUT/tsan" cmddata_tests; then
+        banner "tsan: the threaded tests"
+        rm -f "$report"
+        TSAN_OPTIONS="halt_on_error=1" "$OUT/tsan/tests/cmddata_tests" \
+            --gtest_filter='EcuListLock.*' --gtest_output="xml:$report" </dev/null 2>&1 | tail -n 20
+        rc=${PIPESTATUS[0]}
+        counts=$(python3 -c 'import sys; sys.path.insert(0, sys.argv[1]); import count_results as c
+p, f, s = c.gtest_cases(sys.argv[2]); print(p, len(f))' "$ROOT/scripts" "$report" 2>/dev/null)
+        read -r passed failed <<<"${counts:-0 0}"
+        PASSED=$((PASSED + passed))
+        if [ "$rc" != 0 ] || [ "${failed:-0}" != 0 ] || [ "${passed:-0}" = 0 ]; then
+            fail "tsan: exit $rc, $passed passed, $failed failed" "$(( ${failed:-0} > 0 ? failed : 1 ))"
+        else
+            printf -- '---------- ok: tsan: %s test cases\n' "$passed"
+        fi
+    fi
+    leg_end tsan
 fi
 
 # ---------------------------------------------------------------------------------------------
