@@ -49,23 +49,10 @@ CCmdEcuInfo& AddEcu(CCmdList<CCmdEcuInfo>& list, std::uint32_t id, std::uint16_t
     return ecu;
 }
 
-// The bytes of an ECU record of version 1 as the tests below fill it.
-const std::string kEcuV1 =
-    "01000000"
-    "44332211"
-    "01000000"
-    "0200"
-    "4100"
-    "ff"
-    "01000000"
-    "01000000"
-    "01000000"
-    "0700"
-    "09"
-    "01000000"
-    "02000000"
-    "0300"
-    "04";
+// The bytes of an ECU record of version 1 as the tests below fill it: prefix and identifier,
+// name, state byte, the count list (kind 7, count 9), the four words.
+const std::string kEcuV1 = std::string("0100000044332211") + "0100000002004100" + "ff" +
+                           "0100000001000000" + "01000000070009" + "0100000002000000030004";
 
 CCmdEcuInfo FilledEcu(std::uint16_t version) {
     CCmdEcuInfo ecu(version);
@@ -84,18 +71,15 @@ CCmdEcuInfo FilledEcu(std::uint16_t version) {
 
 // --- CCmdEcuInfo ---
 
-TEST(EcuInfo, VersionOneSendsFieldsOneToNineWithoutThePartnerWord) {
+TEST(EcuInfo, VersionTwoAddsTheListsAndThePartnerWordNeverTravels) {
     CCmdEcuInfo ecu = FilledEcu(1);
     EXPECT_EQ(WireHex(ecu), kEcuV1);
-
     CCmdEcuInfo received(1);
     received.ecuIdPartner = 5;
     Transfer(ecu, received);
     EXPECT_EQ(received.ecuIdPartner, 5u) << "never read";
-}
 
-TEST(EcuInfo, VersionTwoAddsTheFunctionAndDetailLists) {
-    CCmdEcuInfo ecu = FilledEcu(2);
+    ecu = FilledEcu(2);
     const std::string funcList = "01000000" + std::string(40, '0') + kEmptyList;
     std::string lists;
     for (int i = 0; i < 6; ++i) lists += kEmptyList;
@@ -113,23 +97,16 @@ TEST(EcuInfo, ReaderOfLowerVersionTakesVersionZeroAndFieldsOneToNine) {
     EXPECT_EQ(received.fourthValue, 4);
 }
 
-TEST(EcuInfo, RemoveAllSetsTheStateByteToFFAndThePartnerToZero) {
-    CCmdEcuInfo ecu = FilledEcu(2);
-    ecu.state = 0x12;
-    ecu.RemoveAll();
-    EXPECT_EQ(ecu.state, 0xFF);
-    EXPECT_EQ(ecu.ecuIdPartner, 0u);
-    EXPECT_EQ(ecu.ecuId, 0u);
-    EXPECT_EQ(ecu.codeCounts.GetCount(), 0u);
-    EXPECT_EQ(CCmdEcuInfo().state, 0xFF);
-}
-
-TEST(EcuInfo, AssignmentCopiesThePartnerWord) {
+TEST(EcuInfo, RemoveAllSetsTheStateByteToFFAndAssignmentCopiesThePartner) {
     CCmdEcuInfo ecu = FilledEcu(2);
     CCmdEcuInfo copy;
     copy = ecu;
     EXPECT_EQ(copy.ecuIdPartner, 0xAABBCCDDu);
-    EXPECT_EQ(copy.GetVersion(), 2);
+    ecu.state = 0x12;
+    ecu.RemoveAll();
+    EXPECT_EQ(ecu.state, 0xFF);
+    EXPECT_EQ(ecu.ecuIdPartner, 0u);
+    EXPECT_EQ(CCmdEcuInfo().state, 0xFF);
 }
 
 TEST(EcuInfo, GetDiagCodeCountFindsTheFirstEntryOfTheKind) {
@@ -146,7 +123,7 @@ TEST(EcuInfo, GetDiagCodeCountFindsTheFirstEntryOfTheKind) {
 // --- Locked answers: framing ---
 
 TEST(EcuListAnswers, TwoPutTheirVersionPrefixBeforeTheHeaderAndTwoDoNot) {
-    const std::string body = kEmptyList + "01000000" + "02000000" + "0300";
+    const std::string body = kEmptyList + "01000000" + "02000000" + "0300";  // list, words
     CGetConnectEcuListRcv connect;
     CGetMountEcuListRcv mount;
     CEcuEachConnectRcv each;
@@ -160,14 +137,8 @@ TEST(EcuListAnswers, TwoPutTheirVersionPrefixBeforeTheHeaderAndTwoDoNot) {
     }
     EXPECT_EQ(WireHex(connect), "03000000" + kNoStatus + body);
     EXPECT_EQ(WireHex(mount), "46000000" + kNoStatus + body);
-    EXPECT_EQ(WireHex(each),
-              "01000000"
-              "7a000000" +
-                  kNoStatus + body);
-    EXPECT_EQ(WireHex(noComm),
-              "01000000"
-              "79000000" +
-                  kNoStatus + body);
+    EXPECT_EQ(WireHex(each), "010000007a000000" + kNoStatus + body);
+    EXPECT_EQ(WireHex(noComm), "0100000079000000" + kNoStatus + body);
 }
 
 TEST(EcuListAnswers, PrefixedAnswerReadAsPlainOneDoesNotLineUp) {
@@ -182,48 +153,29 @@ TEST(EcuListAnswers, PrefixedAnswerReadAsPlainOneDoesNotLineUp) {
 }
 
 TEST(EcuListRequests, ConnectSendsFlagThenListMountListThenFlag) {
+    const std::string oneId = "0100000001000000" + std::string("0201");  // list of one: 0x0102
     CGetConnectEcuListSnd connect;
     connect.flag = 0x5A;
     connect.ids.GetAt(connect.ids.AddTail()) = 0x0102;
-    EXPECT_EQ(WireHex(connect), "03000000" + kNoStatus +
-                                    "5a"
-                                    "01000000"
-                                    "01000000"
-                                    "0201");
+    EXPECT_EQ(WireHex(connect), "03000000" + kNoStatus + "5a" + oneId);
 
     CGetMountEcuListSnd mount;
     mount.flag = 0x5A;
     mount.ids.GetAt(mount.ids.AddTail()) = 0x0102;
-    EXPECT_EQ(WireHex(mount), "46000000" + kNoStatus +
-                                  "01000000"
-                                  "01000000"
-                                  "0201"
-                                  "5a");
+    EXPECT_EQ(WireHex(mount), "46000000" + kNoStatus + oneId + "5a");
 
     CGetMountEcuListNoCommSnd noComm;
     noComm.flag = 0x5A;
-    EXPECT_EQ(WireHex(noComm),
-              "01000000"
-              "79000000" +
-                  kNoStatus + kEmptyList + "5a");
+    EXPECT_EQ(WireHex(noComm), "0100000079000000" + kNoStatus + kEmptyList + "5a");
 
     CEcuEachConnectSnd each;
     each.firstValue = 1;
     each.secondValue = 2;
-    EXPECT_EQ(WireHex(each),
-              "01000000"
-              "7a000000" +
-                  kNoStatus +
-                  "0100"
-                  "0200");
+    EXPECT_EQ(WireHex(each), "010000007a000000" + kNoStatus + "01000200");
 }
 
 TEST(EcuListMessages, ShortCutAnswerCarriesAnEcuRecordOfVersionTwo) {
-    CCheckConnectShortCutRcv answer;
-    EXPECT_EQ(answer.ecu.GetVersion(), 2);
-    answer.RemoveAll();
-    EXPECT_EQ(answer.ecu.state, 0xFF);
-    EXPECT_EQ(answer.ecu.GetVersion(), 2);
+    EXPECT_EQ(CCheckConnectShortCutRcv().ecu.GetVersion(), 2);
 }
 
 // --- Conversions ---
@@ -256,10 +208,7 @@ TEST(EcuListConversion, AnswerIntoRecordKeepsTheRecordVersionAndEachEcuVersion) 
     EXPECT_EQ(record.thirdValue, 7);
 
     answer.ecus[0].name = "B";  // a deep copy: the record keeps its own text
-    EXPECT_EQ(WireHex(record.ecus[0].name),
-              "01000000"
-              "0200"
-              "4100");
+    EXPECT_EQ(WireHex(record.ecus[0].name), "010000000200" + std::string("4100"));
 }
 
 TEST(EcuListConversion, RecordIntoAnswerTakesStatusWordsButKeepsTheIdentifier) {

@@ -72,12 +72,9 @@ TEST(SelectRecords, CarTypeVinSendsItsPrefixAndFieldsButNoHeaderWord) {
     result.text = "V";
     result.firstValue = 0x0102;
     result.secondValue = 0x0304;
-    EXPECT_EQ(WireHex(result),
-              "01000000"
-              "01000000"
-              "0200"
-              "5600" +
-                  kEmptyList + kEmptyList + kEmptyList + "0201" + "0403");
+    // prefix, text, names, information, options, two values: no header word
+    EXPECT_EQ(WireHex(result), "01000000" + std::string("0100000002005600") + kEmptyList +
+                                   kEmptyList + kEmptyList + "02010403");
     result.RemoveAll();
     EXPECT_EQ(result.GetStatusWord(1), 0u);
     EXPECT_EQ(result.GetCmdId(), 1u);
@@ -92,18 +89,9 @@ TEST(SelectMessages, Vin10RequestSendsItemsThreeSelectorsAndTexts) {
     request.secondSelector = 2;
     request.thirdSelector = 4;
     request.texts.GetAt(request.texts.AddTail()) = "T";
-    EXPECT_EQ(WireHex(request), "7d000000" + kNoStatus +
-                                    "01000000"
-                                    "01000000"
-                                    "0300"
-                                    "0100"
-                                    "0200"
-                                    "0400"
-                                    "01000000"
-                                    "01000000"
-                                    "01000000"
-                                    "0200"
-                                    "5400");
+    // items (one id, 3), the three selectors, texts (one text, "T")
+    EXPECT_EQ(WireHex(request), "7d000000" + kNoStatus + "01000000010000000300" + "010002000400" +
+                                    "0100000001000000" + "0100000002005400");
 }
 
 TEST(SelectMessages, Vin10AnswerSendsItsTenFieldsInOrder) {
@@ -116,19 +104,10 @@ TEST(SelectMessages, Vin10AnswerSendsItsTenFieldsInOrder) {
     answer.flag = 0x55;
     answer.secondText = "B";
     answer.secondWord = 0x66778899;
-    EXPECT_EQ(WireHex(answer), "7d000000" + kNoStatus + kEmptyList + kEmptyList +
-                                   "0100"
-                                   "0200" +
-                                   kEmptyList +
-                                   "01000000"
-                                   "0200"
-                                   "4100"
-                                   "44332211"
-                                   "55"
-                                   "01000000"
-                                   "0200"
-                                   "4200"
-                                   "99887766");
+    // information, options, two values, names, text, word, flag, second text, second word
+    EXPECT_EQ(WireHex(answer), "7d000000" + kNoStatus + kEmptyList + kEmptyList + "01000200" +
+                                   kEmptyList + "0100000002004100" + "44332211" + "55" +
+                                   "0100000002004200" + "99887766");
 }
 
 TEST(SelectMessages, VehicleIdAnswerTravelsAsTheFirstEightFieldsOfTheVin10Answer) {
