@@ -135,18 +135,7 @@ TEST(DiagCodeP5Image, SlotIsItsFixedImageWithoutAddresses) {
     slot.unit = "U";
     slot.displayFlag = 0x0C;
     slot.validFlag = 0x0D;
-    CCmdConversionTbl& t = slot.conversion;
-    t.scaleNumerator = 0x11;
-    t.scaleDenominator = 0x12;
-    t.offset = 0x13;
-    t.decimalPlaces = 0x14;
-    t.signMode = 0x15;
-    t.bitWidth = 0x16;
-    t.displayEntries.AddTail();
-    t.rangeLow = 0x17;
-    t.rangeHigh = 0x18;
-    t.graphLow = 0x19;
-    t.graphHigh = 0x1A;
+    testing_cmddata::FillImageTable(slot.conversion);
     slot.items.AddTail();
     const std::string emptyObject =
         "00000000"

@@ -38,18 +38,7 @@ void FillFrame(CCmdFrzFrmDat& f) {
     f.valueText = "V";
     f.displayFlag = 0x0C;
     f.validFlag = 0x0D;
-    CCmdConversionTbl& t = f.conversion;
-    t.scaleNumerator = 0x11;
-    t.scaleDenominator = 0x12;
-    t.offset = 0x13;
-    t.decimalPlaces = 0x14;
-    t.signMode = 0x15;
-    t.bitWidth = 0x16;
-    t.displayEntries.AddTail();
-    t.rangeLow = 0x17;
-    t.rangeHigh = 0x18;
-    t.graphLow = 0x19;
-    t.graphHigh = 0x1A;
+    testing_cmddata::FillImageTable(f.conversion);
     f.items.AddTail();
 }
 

@@ -50,4 +50,20 @@ inline std::string WireHex(CCmdCore& object, std::uint32_t capacity = 1 << 16) {
     return Hex(region.data(), w.GetPosition());
 }
 
+/// A conversion table whose scalars are 0x11 to 0x1A in member order, with one display entry:
+/// what the image tests look for at the table's offsets.
+inline void FillImageTable(CCmdConversionTbl& t) {
+    t.scaleNumerator = 0x11;
+    t.scaleDenominator = 0x12;
+    t.offset = 0x13;
+    t.decimalPlaces = 0x14;
+    t.signMode = 0x15;
+    t.bitWidth = 0x16;
+    t.displayEntries.AddTail();
+    t.rangeLow = 0x17;
+    t.rangeHigh = 0x18;
+    t.graphLow = 0x19;
+    t.graphHigh = 0x1A;
+}
+
 }  // namespace testing_cmddata
