@@ -39,7 +39,7 @@ std::string FileName(const char* type) {
 struct SaveFreshAndFilled {
     std::string dir;
     template <class Make>
-    void operator()(const char* type, Make make) const {
+    void operator()(const char* type, Make make, bool /*crossed*/) const {
         std::unique_ptr<CCmdCore> object(make());
         if (!object) return;
         Save(dir, "fresh_" + FileName(type), *object);
