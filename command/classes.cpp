@@ -114,4 +114,12 @@ const ClassInfo* FindMessageClass(const CommandInfo& command, Side side) {
     return nullptr;
 }
 
+std::uint32_t FillSeed(const CommandInfo& command, Side side) {
+    // By position in the catalogue; kCommands is the library's own copy.
+    std::uint32_t position = 0;
+    while (position < kCommandCount && std::string_view(kCommands[position].name) != command.name)
+        ++position;
+    return 1 + 2 * position + (side == Side::kReceive ? 1 : 0);
+}
+
 }  // namespace cmddata

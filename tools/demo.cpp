@@ -62,7 +62,7 @@ public:
         const cmddata::ClassInfo* rcv = cmddata::FindMessageClass(command, Side::kReceive);
         std::unique_ptr<CCmdCore> request(snd->make(cmddata::DefaultVersion(command, Side::kSend)));
         if (!request) return Broke(command, "out of memory");
-        cmddata::Fill(*request, FillSeed(command, Side::kSend));
+        cmddata::Fill(*request, DemoSeed(command, Side::kSend));
         Control control;
         std::uint32_t sent = 0;
         if (!Send(command, 0, *request, &sent, &control)) return false;
@@ -70,7 +70,7 @@ public:
         std::uint32_t received = 0;
         const std::string problem =
             CheckFilled(*rcv, cmddata::DefaultVersion(command, Side::kReceive),
-                        FillSeed(command, Side::kReceive), region_.data(), kMessageArea, &received);
+                        DemoSeed(command, Side::kReceive), region_.data(), kMessageArea, &received);
         std::string note = problem.empty() && control.problem.empty() ? "ok" : "MISMATCH";
         if (control.recognised == Recognised::kControlWord)
             note += ", no header: named by the control block";

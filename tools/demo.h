@@ -44,9 +44,9 @@ struct Control {
     static Control Load(const unsigned char* block);
 };
 
-/// The fill seed of a command's side: distinct per command and side (skew shifts it, to test
-/// that a difference is caught).
-std::uint32_t FillSeed(const cmddata::CommandInfo& command, cmddata::Side side, bool skew = false);
+/// The library's fill seed of a command's side (cmddata::FillSeed); skew shifts it, to test
+/// that a difference is caught.
+std::uint32_t DemoSeed(const cmddata::CommandInfo& command, cmddata::Side side, bool skew = false);
 
 /// The object's bytes on the wire (empty with *code set when the write fails).
 std::vector<unsigned char> WireBytes(CCmdCore& object, cmddata::Result* code);

@@ -50,9 +50,8 @@ Control Control::Load(const unsigned char* block) {
     return c;
 }
 
-std::uint32_t FillSeed(const cmddata::CommandInfo& command, cmddata::Side side, bool skew) {
-    const auto position = static_cast<std::uint32_t>(&command - cmddata::kCommands);
-    return 1 + 2 * position + (side == cmddata::Side::kReceive ? 1 : 0) + (skew ? 100 : 0);
+std::uint32_t DemoSeed(const cmddata::CommandInfo& command, cmddata::Side side, bool skew) {
+    return cmddata::FillSeed(command, side) + (skew ? 100 : 0);
 }
 
 std::vector<unsigned char> WireBytes(CCmdCore& object, cmddata::Result* code) {

@@ -70,9 +70,9 @@ std::uint32_t Answer(cmddata::SharedRegion& region, bool skew) {
         } else {
             std::uint32_t size = 0;
             const std::string problem = CheckFilled(
-                *snd, sndVersion, FillSeed(*told, Side::kSend, skew), data, kMessageArea, &size);
+                *snd, sndVersion, DemoSeed(*told, Side::kSend, skew), data, kMessageArea, &size);
             if (control.problem.empty() && !problem.empty()) control.problem = "request " + problem;
-            if (answer) cmddata::Fill(*answer, FillSeed(*told, Side::kReceive, skew));
+            if (answer) cmddata::Fill(*answer, DemoSeed(*told, Side::kReceive, skew));
         }
     }
     // Nothing of the request stays behind the answer.

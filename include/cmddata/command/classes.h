@@ -42,5 +42,8 @@ CMDDATA_API const ClassInfo* Classes(std::size_t* count);
 CMDDATA_API const ClassInfo* FindClass(std::string_view name);
 /// The message class of a command's side, or null while it is not built.
 CMDDATA_API const ClassInfo* FindMessageClass(const CommandInfo& command, Side side);
+/// The seed with which the demo and the captured wire files fill a command's message
+/// (cmddata::Fill): distinct for every command and side.
+CMDDATA_API std::uint32_t FillSeed(const CommandInfo& command, Side side);
 
 }  // namespace cmddata
