@@ -1,6 +1,7 @@
 // The class table, expanded once from the family class lists.
 #include "cmddata/command/classes.h"
 
+#include <memory>
 #include <new>
 #include <type_traits>
 
@@ -8,12 +9,6 @@
 
 namespace cmddata {
 namespace {
-
-template <class T, class = void>
-struct Crossed : std::false_type {};
-template <class T>
-struct Crossed<T, std::void_t<decltype(T::kCrossedFields)>>
-    : std::integral_constant<bool, T::kCrossedFields> {};
 
 template <class T>
 CCmdCore* Make(std::uint16_t version) {
@@ -45,8 +40,8 @@ constexpr bool TakesVersion() {
 template <class T>
 constexpr ClassInfo Entry(const char* family, ClassKind kind, const CommandInfo* command,
                           Side side) {
-    return {T::TypeName(),     family,   kind,     command,   side, TakesVersion<T>(),
-            Crossed<T>::value, &Make<T>, &Copy<T>, &Assign<T>};
+    return {T::TypeName(),     family, kind,     command,  side,
+            TakesVersion<T>(), false,  &Make<T>, &Copy<T>, &Assign<T>};
 }
 
 constexpr std::size_t kClassCount = 0
@@ -79,6 +74,11 @@ struct Table {
 #undef CMDDATA_RECORD
 #undef CMDDATA_LAYOUT
 #undef CMDDATA_MESSAGES
+        // Derived from each field list: a scratch object traced reading and writing.
+        for (std::size_t i = 0; i < count; ++i) {
+            std::unique_ptr<CCmdCore> scratch(entries[i].make(1));
+            entries[i].crossed = scratch != nullptr && CrossesFields(*scratch);
+        }
     }
 };
 

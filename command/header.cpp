@@ -26,7 +26,7 @@ void CCmdBase::Write(CCmdWriter& writer) {
     cmddata::WriteProc p(writer);
     HeaderFields(p);
 }
-void CCmdBase::Describe(cmddata::DescribeProc& proc) { HeaderFields(proc); }
+void CCmdBase::Visit(cmddata::FieldProcessor& p) { HeaderFields(p); }
 
 CCmdBaseInfo::CCmdBaseInfo(std::uint16_t version, std::uint16_t reserved)
     : CCmdCore(version, reserved) {}
@@ -58,4 +58,4 @@ void CCmdBaseInfo::Write(CCmdWriter& writer) {
     cmddata::WriteProc p(writer);
     InfoHeader(p);
 }
-void CCmdBaseInfo::Describe(cmddata::DescribeProc& proc) { InfoHeader(proc); }
+void CCmdBaseInfo::Visit(cmddata::FieldProcessor& p) { InfoHeader(p); }

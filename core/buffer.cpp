@@ -116,7 +116,7 @@ void CCmdBuffer::Write(CCmdWriter& writer) {
     cmddata::detail::WriteBytes(*this, x);
 }
 
-void CCmdBuffer::Describe(cmddata::DescribeProc& proc) { proc.BufferBody(nullptr, *this); }
+void CCmdBuffer::Visit(cmddata::FieldProcessor& p) { p.Buffer(nullptr, *this); }
 
 // ---- CCmdString -------------------------------------------------------------------------------
 
@@ -180,4 +180,4 @@ void CCmdString::Write(CCmdWriter& writer) {
     cmddata::detail::WriteText(*this, x);
 }
 
-void CCmdString::Describe(cmddata::DescribeProc& proc) { proc.TextBody(nullptr, *this); }
+void CCmdString::Visit(cmddata::FieldProcessor& p) { p.String(nullptr, *this); }

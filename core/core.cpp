@@ -22,7 +22,7 @@ void CCmdCore::Write(CCmdWriter& writer) {
 
 void CCmdCore::RemoveAll() {}
 
-void CCmdCore::Describe(cmddata::DescribeProc& proc) { proc.Prefix(*this); }
+void CCmdCore::Visit(cmddata::FieldProcessor& p) { p.Prefix(*this); }
 
 void CCmdStreamBase::Attach(cmddata::platform::MappingHandle mapping, std::uint32_t size) {
     std::size_t viewSize = 0;

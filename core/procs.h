@@ -1,5 +1,6 @@
-// The processors that run a field list: read, write and reset. Library-internal; the describe
-// processor is public (describe.h) since the tools build on it.
+// The stream processors that run a field list (read, write, empty), the image machinery, and
+// CMDDATA_DEFINE_FIELDS. Library-internal; the field processors of every other job are public
+// (processor.h) and defined in processors.cpp.
 #pragma once
 
 #include <cstring>
@@ -327,61 +328,78 @@ void WriteImage(T& object, X& x) {
 
 }  // namespace detail
 
-/// Reads each field from a reader, in list order, whatever failed before.
-class ReadProc {
+namespace detail {
+
+// The stream a static processor moves its fields through: inlined where the stream is exactly
+// CCmdReader or CCmdWriter, through its virtual raw transfer where it is a class of the
+// caller's own. Both give the same results, last errors and positions.
+template <class D, class S, class Direct, class Via>
+class StreamOps : public FieldOps<D> {
 public:
-    explicit ReadProc(CCmdReader& reader)
-        : r_(reader), direct_(detail::IsExactly<CCmdReader>(reader)) {}
-    static constexpr bool Reading() { return true; }
-    /// The version test of a field list: fields from version v on.
+    explicit StreamOps(S& stream) : s_(stream), direct_(IsExactly<S>(stream)) {}
     static bool Since(const CCmdCore& self, std::uint16_t v) { return self.GetVersion() >= v; }
+
+    template <WireType W, class V>
+    void Scalar(const char*, V& v, V) {
+        With([&v](auto& x) { x.template Fixed<sizeof(V)>(&v); });
+    }
+    template <class T>
+    void Unsent(const char*, T&) {}
+
+protected:
+    template <class F>
+    void With(F&& f) {
+        if (direct_) {
+            Direct x{s_};
+            f(x);
+        } else {
+            Via x{s_};
+            f(x);
+        }
+    }
+    S& s_;
+
+private:
+    bool direct_;
+};
+
+}  // namespace detail
+
+/// Reads each field from a reader, in list order, whatever failed before.
+class ReadProc
+    : public detail::StreamOps<ReadProc, CCmdReader, detail::DirectReader, detail::ViaReader> {
+public:
+    using StreamOps::StreamOps;
+    static constexpr bool Reading() { return true; }
 
     void Prefix(CCmdCore& self) {
         With([&](auto& x) { detail::ReadPrefix(self, x); });
     }
-    void U8(const char*, std::uint8_t& v) { Raw<1>(&v); }
-    /// One byte into the low byte of a wider member; its upper bytes stay.
-    void U8Low(const char*, std::uint32_t& v) {
-        std::uint8_t low = static_cast<std::uint8_t>(v);
-        Raw<1>(&low);
-        v = (v & ~std::uint32_t{0xFF}) | low;
-    }
-    void U16(const char*, std::uint16_t& v) { Raw<2>(&v); }
-    void U32(const char*, std::uint32_t& v) { Raw<4>(&v); }
-    void U32(const char*, std::int32_t& v) { Raw<4>(&v); }
-    void U64(const char*, std::uint64_t& v) { Raw<8>(&v); }
-    void Ident(const char*, std::uint32_t& v) { Raw<4>(&v); }
     void String(const char*, CCmdString& s) {
-        With([&](auto& x) { detail::ReadText(s, r_, x); });
+        With([&](auto& x) { detail::ReadText(s, s_, x); });
     }
     void Buffer(const char*, CCmdBuffer& b) {
-        With([&](auto& x) { detail::ReadBytes(b, r_, x); });
+        With([&](auto& x) { detail::ReadBytes(b, s_, x); });
     }
     /// A u32 count, then count bytes the object does not keep: read and dropped.
     void Dropped(const char*, const char*, std::uint32_t& count) {
         With([&](auto& x) {
             x.template Fixed<4>(&count);
-            detail::ReadDropped(count, r_, x);
+            detail::ReadDropped(count, s_, x);
         });
     }
     template <class T>
-    void Record(const char*, T& o) {
+    void Nested(const char*, T& o) {
 #ifdef CMDDATA_BUILDING
         CmdDataFields(*this, o);
 #else
-        o.T::Read(r_);  // a field list outside the library: through the exported operation
+        o.T::Read(s_);  // a field list outside the library: through the exported operation
 #endif
-    }
-    void Record(const char* n, CCmdString& s) { String(n, s); }
-    void Record(const char* n, CCmdBuffer& b) { Buffer(n, b); }
-    template <class U>
-    void Record(const char* n, CCmdList<U>& l) {
-        List(n, l);
     }
     template <class L>
     void List(const char*, L& l) {
         l.ReadWith(
-            r_, [](std::uint32_t, bool) {},
+            s_, [](std::uint32_t, bool) {},
             [this](typename L::ItemType& item) { Record(nullptr, item); });
     }
     /// A nested object as its fixed in-memory image (see ImageLayout).
@@ -389,52 +407,18 @@ public:
     void Image(const char*, T& o) {
         With([&](auto& x) { detail::ReadImage(o, x); });
     }
-    template <class T>
-    void Unsent(const char*, T&) {}
-
-private:
-    // Runs f with the inlined transfers, or through the stream's virtual slot when the stream
-    // is a class of the caller's own; both give the same results, errors and positions.
-    template <class F>
-    void With(F&& f) {
-        if (direct_) {
-            detail::DirectReader x{r_};
-            f(x);
-        } else {
-            detail::ViaReader x{r_};
-            f(x);
-        }
-    }
-    template <std::uint32_t N>
-    void Raw(void* v) {
-        With([v](auto& x) { x.template Fixed<N>(v); });
-    }
-    CCmdReader& r_;
-    bool direct_;
 };
 
 /// Writes each field to a writer, in list order.
-class WriteProc {
+class WriteProc
+    : public detail::StreamOps<WriteProc, CCmdWriter, detail::DirectWriter, detail::ViaWriter> {
 public:
-    explicit WriteProc(CCmdWriter& writer)
-        : w_(writer), direct_(detail::IsExactly<CCmdWriter>(writer)) {}
+    using StreamOps::StreamOps;
     static constexpr bool Reading() { return false; }
-    static bool Since(const CCmdCore& self, std::uint16_t v) { return self.GetVersion() >= v; }
 
     void Prefix(CCmdCore& self) {
         With([&](auto& x) { detail::WritePrefix(self, x); });
     }
-    void U8(const char*, std::uint8_t& v) { Raw<1>(&v); }
-    /// The low byte of a wider member alone.
-    void U8Low(const char*, std::uint32_t& v) {
-        const std::uint8_t low = static_cast<std::uint8_t>(v);
-        Raw<1>(&low);
-    }
-    void U16(const char*, std::uint16_t& v) { Raw<2>(&v); }
-    void U32(const char*, std::uint32_t& v) { Raw<4>(&v); }
-    void U32(const char*, std::int32_t& v) { Raw<4>(&v); }
-    void U64(const char*, std::uint64_t& v) { Raw<8>(&v); }
-    void Ident(const char*, std::uint32_t& v) { Raw<4>(&v); }
     void String(const char*, CCmdString& s) {
         With([&](auto& x) { detail::WriteText(s, x); });
     }
@@ -445,84 +429,46 @@ public:
     void Dropped(const char*, const char*, std::uint32_t& count) {
         With([&](auto& x) {
             x.template Fixed<4>(&count);
-            detail::WriteZeros(count, w_, x);
+            detail::WriteZeros(count, s_, x);
         });
     }
     template <class T>
-    void Record(const char*, T& o) {
+    void Nested(const char*, T& o) {
 #ifdef CMDDATA_BUILDING
         CmdDataFields(*this, o);
 #else
-        o.T::Write(w_);
+        o.T::Write(s_);
 #endif
-    }
-    void Record(const char* n, CCmdString& s) { String(n, s); }
-    void Record(const char* n, CCmdBuffer& b) { Buffer(n, b); }
-    template <class U>
-    void Record(const char* n, CCmdList<U>& l) {
-        List(n, l);
     }
     template <class L>
     void List(const char*, L& l) {
-        l.WriteWith(w_, [this](typename L::ItemType& item) { Record(nullptr, item); });
+        l.WriteWith(s_, [this](typename L::ItemType& item) { Record(nullptr, item); });
     }
     template <class T>
     void Image(const char*, T& o) {
         With([&](auto& x) { detail::WriteImage(o, x); });
     }
-    template <class T>
-    void Unsent(const char*, T&) {}
-
-private:
-    template <class F>
-    void With(F&& f) {
-        if (direct_) {
-            detail::DirectWriter x{w_};
-            f(x);
-        } else {
-            detail::ViaWriter x{w_};
-            f(x);
-        }
-    }
-    template <std::uint32_t N>
-    void Raw(const void* v) {
-        With([v](auto& x) { x.template Fixed<N>(v); });
-    }
-    CCmdWriter& w_;
-    bool direct_;
 };
 
-/// Empties every field: scalars to 0, texts, buffers, lists and records through RemoveAll. The
-/// version prefix and the command identifier stay.
-class ResetProc {
+/// Empties every field: scalars to their empty value, texts, buffers, lists and records through
+/// RemoveAll. The version prefix and the command identifier stay.
+class ResetProc : public FieldOps<ResetProc> {
 public:
     static constexpr bool Reading() { return false; }
     /// Every field is emptied, whatever the object's version.
     static constexpr bool Since(const CCmdCore&, std::uint16_t) { return true; }
     void Prefix(CCmdCore&) {}
-    template <class V>
-    void U8(const char*, V& v) {
-        v = 0;
+    template <WireType W, class V>
+    void Scalar(const char*, V& v, V empty) {
+        if constexpr (W != WireType::kIdent) v = empty;
     }
+    /// The whole member, not only the byte that travels.
     void U8Low(const char*, std::uint32_t& v) { v = 0; }
-    template <class V>
-    void U16(const char*, V& v) {
-        v = 0;
-    }
-    template <class V>
-    void U32(const char*, V& v) {
-        v = 0;
-    }
-    template <class V>
-    void U64(const char*, V& v) {
-        v = 0;
-    }
-    void Ident(const char*, std::uint32_t&) {}
     void String(const char*, CCmdString& s) { s.CCmdString::RemoveAll(); }
     void Buffer(const char*, CCmdBuffer& b) { b.CCmdBuffer::RemoveAll(); }
     void Dropped(const char*, const char*, std::uint32_t& count) { count = 0; }
     template <class T>
-    void Record(const char*, T& o) {
+    void Nested(const char*, T& o) {
         o.T::RemoveAll();
     }
     template <class L>
@@ -543,33 +489,53 @@ public:
     }
 };
 
-// The describer shows an image as one field (WireType::kImage, its bytes as they travel).
+namespace detail {
+
+// An image member as the field processors see it.
 template <class T>
-void DescribeProc::Image(const char* name, T& object) {
-    using Block = typename ImageLayout<T>::Image;
-    if (failed_) return;
-    const FieldInfo info = Info(name, WireType::kImage, sizeof(Block));
-    Block block{};
-    if (mode_ == Mode::kDecode) {
-        detail::ViaReader x{*source_};
-        detail::ReadImage(object, x);
-        if (!CheckRead(info, "image")) return;
-    } else if (mode_ == Mode::kFill) {
-        auto next = [this] { return NextFill(); };
-        detail::ImageFill<decltype(next)> filler{next};
-        ImageLayout<T>::Map(filler, block, object);
+class ImageOf final : public ImageAccess {
+public:
+    explicit ImageOf(T& object) : o_(object) {}
+    const char* Type() const override { return T::TypeName(); }
+    std::uint32_t Size() const override { return sizeof(Block); }
+    void Pack(unsigned char* block) override {
+        Block b{};
+        ImagePack m;
+        ImageLayout<T>::Map(m, b, o_);
+        std::memcpy(block, &b, sizeof b);
     }
-    offset_ += sizeof(Block);
-    if (visitor_ == nullptr) return;
-    detail::ImagePack m;
-    ImageLayout<T>::Map(m, block, object);
-    visitor_->Bytes(info, reinterpret_cast<const unsigned char*>(&block), sizeof(Block));
+    void Read(CCmdReader& reader) override {
+        ViaReader x{reader};
+        ReadImage(o_, x);
+    }
+    void Write(CCmdWriter& writer) override {
+        ViaWriter x{writer};
+        WriteImage(o_, x);
+    }
+    void Fill(std::uint64_t (*next)(void*), void* context) override {
+        auto source = [next, context] { return next(context); };
+        ImageFill<decltype(source)> filler{source};
+        Block b{};
+        ImageLayout<T>::Map(filler, b, o_);
+    }
+
+private:
+    using Block = typename ImageLayout<T>::Image;
+    T& o_;
+};
+
+}  // namespace detail
+
+template <class T>
+void FieldProcessor::Image(const char* name, T& object) {
+    detail::ImageOf<T> access(object);
+    Image(name, static_cast<ImageAccess&>(access));
 }
 
 }  // namespace cmddata
 
-/// Defines Read, Write, RemoveAll, Describe and the processor entry points of Class from its
-/// one field list. Put it after the definition of Class::Fields.
+/// Defines Read, Write, RemoveAll, Visit and the processor entry points of Class from its one
+/// field list. Put it after the definition of Class::Fields.
 #define CMDDATA_DEFINE_FIELDS(Class)                                    \
     void Class::Read(CCmdReader& reader) {                              \
         cmddata::ReadProc p(reader);                                    \
@@ -584,6 +550,6 @@ void DescribeProc::Image(const char* name, T& object) {
         cmddata::ResetProc p;                                           \
         Fields(p);                                                      \
     }                                                                   \
-    void Class::Describe(cmddata::DescribeProc& p) { Fields(p); }       \
+    void Class::Visit(cmddata::FieldProcessor& p) { Fields(p); }        \
     void CmdDataFields(cmddata::ReadProc& p, Class& o) { o.Fields(p); } \
     void CmdDataFields(cmddata::WriteProc& p, Class& o) { o.Fields(p); }

@@ -224,7 +224,7 @@ void AddNotes(const Decoded& d, const DumpOptions& options, std::string* notes) 
     if (options.versionGiven && !d.standIn && !ClassOf(*d.command, d.side).takesVersion)
         *notes += "note: " + d.className + " takes no version; --version has no effect\n";
     for (const FieldNode& field : d.root.children)
-        if (field.name == "command_id" && field.value != d.command->id)
+        if (field.type == cmddata::WireType::kIdent && field.value != d.command->id)
             *notes += "warning: the identifier in the bytes (" + std::to_string(field.value) +
                       ") is not " + d.command->name + "'s (" + std::to_string(d.command->id) +
                       ")\n";

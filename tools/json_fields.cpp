@@ -21,11 +21,12 @@ nlohmann::ordered_json JsonNode(const FieldNode& node) {
         case WireType::kU16:
         case WireType::kU32:
         case WireType::kU64:
+        case WireType::kIdent:
         case WireType::kUnsent:
             j["value"] = node.value;
             if (node.type != WireType::kUnsent)
                 j["hex"] = HexWord(node.value, ScalarWidth(node.type));
-            if (node.name == "command_id") {
+            if (node.type == WireType::kIdent) {
                 const cmddata::CommandInfo* c =
                     cmddata::FindCommand(static_cast<std::uint32_t>(node.value));
                 if (c != nullptr) j["command"] = c->name;
@@ -44,6 +45,10 @@ nlohmann::ordered_json JsonNode(const FieldNode& node) {
         case WireType::kList:
             j["count"] = node.count;
             j["item_type"] = node.typeName;
+            j["items"] = JsonFields(node);
+            break;
+        case WireType::kArray:
+            j["count"] = node.count;
             j["items"] = JsonFields(node);
             break;
         case WireType::kRecord:

@@ -14,6 +14,7 @@ unsigned ScalarWidth(cmddata::WireType type) {
         case cmddata::WireType::kU16:
             return 2;
         case cmddata::WireType::kU32:
+        case cmddata::WireType::kIdent:
             return 4;
         case cmddata::WireType::kU64:
             return 8;
@@ -36,15 +37,14 @@ std::string ValueText(const FieldNode& node) {
         case WireType::kU8:
         case WireType::kU16:
         case WireType::kU32:
-        case WireType::kU64: {
-            std::string v = std::to_string(node.value) + " (" +
-                            HexWord(node.value, ScalarWidth(node.type)) + ")";
-            if (node.name == "command_id") {
-                const cmddata::CommandInfo* c =
-                    cmddata::FindCommand(static_cast<std::uint32_t>(node.value));
-                v += c != nullptr ? std::string(" ") + c->name : " (not in the catalogue)";
-            }
-            return v;
+        case WireType::kU64:
+            return std::to_string(node.value) + " (" + HexWord(node.value, ScalarWidth(node.type)) +
+                   ")";
+        case WireType::kIdent: {
+            const cmddata::CommandInfo* c =
+                cmddata::FindCommand(static_cast<std::uint32_t>(node.value));
+            return std::to_string(node.value) + " (" + HexWord(node.value, 4) + ")" +
+                   (c != nullptr ? std::string(" ") + c->name : " (not in the catalogue)");
         }
         case WireType::kString: {
             bool clean = true;
@@ -76,6 +76,9 @@ void PrintNode(std::ostream& out, const FieldNode& node, const std::string& inde
     } else if (node.type == cmddata::WireType::kList) {
         out << ": " << node.count << " x " << node.typeName << " (" << node.size
             << " bytes: prefix, count, items)" << (node.complete ? "" : " INCOMPLETE") << "\n";
+    } else if (node.type == cmddata::WireType::kArray) {
+        out << ": " << node.count << " items (" << node.size << " bytes)"
+            << (node.complete ? "" : " INCOMPLETE") << "\n";
     } else {
         out << " = " << ValueText(node) << "\n";
     }

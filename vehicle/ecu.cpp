@@ -2,20 +2,9 @@
 // ECU-list messages.
 #include "cmddata/vehicle/ecu.h"
 
-#include <type_traits>
-
 #include "../core/procs.h"
 
 namespace {
-
-// The state byte is the one field whose empty value is not 0: emptying sets it to 0xFF.
-template <class P>
-void StateByte(P& p, std::uint8_t& state) {
-    if constexpr (std::is_same_v<P, cmddata::ResetProc>)
-        state = 0xFF;
-    else
-        p.U8("state", state);
-}
 
 // The one conversion from a storage record into a locked answer, and back.
 void IntoAnswer(CCmdEcuListInfo& record, CCmdEcuListAnswer& answer) {
@@ -50,7 +39,7 @@ void CCmdEcuInfo::Fields(P& p) {
     p.U32("ecu_id", ecuId);
     p.Unsent("ecu_id_partner", ecuIdPartner);
     p.String("name", name);
-    StateByte(p, state);
+    p.U8("state", state, 0xFF);  // the one field whose empty value is not 0
     p.List("code_counts", codeCounts);
     p.U32("first_word", firstWord);
     p.U32("second_word", secondWord);

@@ -83,8 +83,8 @@ def check_fields(test, fields, data):
     def walk(nodes):
         for n in nodes:
             t, off, size = n["type"], n["offset"], n["size"]
-            if t in ("u8", "u16", "u32", "u64"):
-                width = {"u8": 1, "u16": 2, "u32": 4, "u64": 8}[t]
+            if t in ("u8", "u16", "u32", "u64", "ident"):
+                width = {"u8": 1, "u16": 2, "u32": 4, "u64": 8, "ident": 4}[t]
                 test.assertEqual(size, width, n)
                 test.assertEqual(int.from_bytes(data[off:off + width], "little"), n["value"], n)
                 spans.append((off, size))
@@ -102,6 +102,9 @@ def check_fields(test, fields, data):
                 test.assertEqual(struct.unpack_from("<I", data, off + 4)[0], n["count"], n)
                 test.assertEqual(len(n["items"]), n["count"], n)
                 spans.append((off, 8))
+                walk(n["items"])
+            elif t == "array":  # items back to back, nothing before them
+                test.assertEqual(len(n["items"]), n["count"], n)
                 walk(n["items"])
             elif t == "record":
                 walk(n["fields"])
@@ -348,7 +351,7 @@ class Dump(unittest.TestCase):
         saved_demo()
         code, out, _ = run("dump", os.path.join(WORK, "saved", "001-GetCarInfo-rcv.bin"))
         self.assertEqual(code, 0)
-        self.assertIn("@0x0000  u32     command_id = 1 (0x00000001) GetCarInfo", out)
+        self.assertIn("@0x0000  ident   command_id = 1 (0x00000001) GetCarInfo", out)
         self.assertIn("car_info: 3 x CCmdCarInfo", out)
         self.assertRegex(out, r"@0x0022  string +text = \"QZX7DMO\" \(16 text bytes\)")
         self.assertIn("chose GetCarInfo rcv", out)

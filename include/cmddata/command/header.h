@@ -56,7 +56,7 @@ public:
     /// Reads the header; the identifier in the region replaces ours, unchecked.
     void Read(CCmdReader& reader) override;
     void Write(CCmdWriter& writer) override;
-    void Describe(cmddata::DescribeProc& proc) override;
+    void Visit(cmddata::FieldProcessor& p) override;
     static const char* TypeName() { return "CCmdBase"; }
 
 protected:
@@ -95,7 +95,7 @@ public:
     void RemoveAll() override;
     void Read(CCmdReader& reader) override;
     void Write(CCmdWriter& writer) override;
-    void Describe(cmddata::DescribeProc& proc) override;
+    void Visit(cmddata::FieldProcessor& p) override;
     static const char* TypeName() { return "CCmdBaseInfo"; }
 
 protected:

@@ -41,7 +41,7 @@ public:
     /// allocated for: the buffer stays empty and the reader is run to its end with kPastEnd.
     void Read(CCmdReader& reader) override;
     void Write(CCmdWriter& writer) override;
-    void Describe(cmddata::DescribeProc& proc) override;
+    void Visit(cmddata::FieldProcessor& p) override;
     static const char* TypeName() { return "CCmdBuffer"; }
 
 private:
@@ -80,7 +80,7 @@ public:
     /// than the bytes left is not allocated for: the reader is run to its end with kPastEnd.
     void Read(CCmdReader& reader) override;
     void Write(CCmdWriter& writer) override;
-    void Describe(cmddata::DescribeProc& proc) override;
+    void Visit(cmddata::FieldProcessor& p) override;
     static const char* TypeName() { return "CCmdString"; }
 
 private:

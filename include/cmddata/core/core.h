@@ -8,7 +8,7 @@
 #include "cmddata/platform/platform.h"
 
 namespace cmddata {
-class DescribeProc;
+class FieldProcessor;
 namespace detail {
 struct Access;
 }
@@ -27,8 +27,8 @@ public:
     virtual void Write(CCmdWriter& writer);
     /// Empties the object; every class below the root overrides it.
     virtual void RemoveAll();
-    /// Walks the object's wire fields for the tools (see describe.h).
-    virtual void Describe(cmddata::DescribeProc& proc);
+    /// Runs a field processor over the object's wire fields (processor.h).
+    virtual void Visit(cmddata::FieldProcessor& p);
 
     std::uint16_t GetVersion() const { return version_; }
     std::uint16_t GetReserved() const { return reserved_; }

@@ -9,8 +9,8 @@
 //     }
 //     CMDDATA_DEFINE_FIELDS(Class)
 //
-// Read, Write, RemoveAll and Describe (with the tools' walks, the fill and the size measure) are
-// processors over that list. Since() is the one version test: true while the object is being
+// Read, Write and RemoveAll are processors over that list, and so is every other job (the
+// tools' walks, the fill, the probes), run through Visit (processor.h). Since() is the one version test: true while the object is being
 // emptied, so that RemoveAll resets every field whatever the version. A field whose order differs
 // between reading and writing is one local branch: if (p.Reading()) ... else ...
 //
@@ -25,7 +25,7 @@ namespace cmddata {
 class ReadProc;
 class WriteProc;
 class ResetProc;
-class DescribeProc;
+class FieldProcessor;
 }  // namespace cmddata
 
 #if defined(__GNUC__) && !defined(_WIN32)
@@ -48,7 +48,7 @@ class DescribeProc;
     void Read(CCmdReader& reader) override;                     \
     void Write(CCmdWriter& writer) override;                    \
     void RemoveAll() override;                                  \
-    void Describe(cmddata::DescribeProc& proc) override;        \
+    void Visit(cmddata::FieldProcessor& p) override;            \
     template <class P>                                          \
     CMDDATA_LOCAL void Fields(P& p);                            \
     friend void CmdDataFields(cmddata::ReadProc& p, Class& o);  \

@@ -137,7 +137,7 @@ public:
     void Write(CCmdWriter& writer) override {
         WriteWith(writer, [&writer](T& item) { writer.Write(&item); });
     }
-    void Describe(cmddata::DescribeProc& proc) override { proc.List(nullptr, *this); }
+    void Visit(cmddata::FieldProcessor& p) override { p.List(nullptr, *this); }
     static const char* TypeName() { return "CCmdList"; }
     using ItemType = T;
 
@@ -232,47 +232,49 @@ private:
 };
 
 namespace cmddata {
+namespace detail {
 
-template <class L>
-void DescribeProc::List(const char* name, L& list) {
-    using T = typename L::ItemType;
-    if (failed_) return;
-    FieldInfo info;
-    BeginRecord(name, nullptr, &info);  // opens the extent only; reported as a list below
-    info.type = WireType::kList;
-    bool opened = false;
-    std::int32_t index = 0;
-    auto item = [&](T& it) {
-        if (failed_) return;
-        SetIndex(index++);
-        Record(nullptr, it);
-    };
-    if (mode_ == Mode::kDecode) {
-        const std::uint32_t start = source_->GetPosition();
-        list.ReadWith(
-            *source_,
-            [&](std::uint32_t count, bool fits) {
-                offset_ += source_->GetPosition() - start;
-                if (failed_) return;
-                if (!fits)
-                    Fail(info, cmddata::result::kPastEnd, "count larger than the region can hold");
-                else if (!CheckRead(info, "list prefix or count"))
-                    return;
-                opened = !failed_ && visitor_ != nullptr;
-                if (opened) visitor_->BeginList(info, count, T::TypeName());
-            },
-            item);
-    } else {
-        if (mode_ == Mode::kMinimal) list.RemoveAll();
-        if (mode_ == Mode::kFill)
-            for (int i = 0; i < 2; ++i) list.AddTail();
-        offset_ += 8;  // prefix and count
-        opened = visitor_ != nullptr;
-        if (opened) visitor_->BeginList(info, list.GetCount(), T::TypeName());
-        list.ForEach(item);
+// A list as the field processors see it.
+template <class U>
+class ListOf final : public ListAccess {
+public:
+    explicit ListOf(CCmdList<U>& list) : l_(list) {}
+    const char* ItemType() const override { return U::TypeName(); }
+    std::uint32_t Count() const override { return l_.GetCount(); }
+    void Clear() override { l_.RemoveAll(); }
+    std::uint32_t Append(std::uint32_t n) override {
+        const std::uint32_t before = l_.GetCount();
+        for (std::uint32_t i = 0; i < n && l_.GetCount() == before + i; ++i) l_.AddTail();
+        return l_.GetCount() - before;
     }
-    info.size = offset_ - info.offset;
-    if (opened) visitor_->EndList(info);
+    void ForEach(ItemSink& sink) override {
+        std::uint32_t index = 0;
+        l_.ForEach([&](U& item) { sink.Item(index++, Ref(item)); });
+    }
+    void Read(CCmdReader& reader, ItemSink& sink) override {
+        std::uint32_t index = 0;
+        l_.ReadWith(
+            reader, [&](std::uint32_t count, bool fits) { sink.Count(count, fits); },
+            [&](U& item) { sink.Item(index++, Ref(item)); });
+    }
+    void Write(CCmdWriter& writer, ItemSink& sink) override {
+        std::uint32_t index = 0;
+        l_.WriteWith(writer, [&](U& item) { sink.Item(index++, Ref(item)); });
+    }
+
+private:
+    static RecordRef Ref(U& item) {
+        return RecordRef{item, U::TypeName(), &FieldProcessor::RunItem<U>};
+    }
+    CCmdList<U>& l_;
+};
+
+}  // namespace detail
+
+template <class U>
+void FieldProcessor::List(const char* name, CCmdList<U>& list) {
+    detail::ListOf<U> access(list);
+    List(name, static_cast<ListAccess&>(access));
 }
 
 }  // namespace cmddata

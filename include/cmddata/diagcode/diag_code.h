@@ -61,7 +61,6 @@ public:
 class CMDDATA_API CCmdDiagCodeP5 : public CCmdCore {
 public:
     CMDDATA_FIELDS(CCmdDiagCodeP5)
-    static constexpr bool kCrossedFields = true;
     static constexpr int kSlotCount = 4;
     explicit CCmdDiagCodeP5(std::uint16_t version = 1) : CCmdCore(version, 0) {}
     std::uint32_t codeWords[3] = {0, 0, 0};
@@ -340,7 +339,6 @@ public:
 class CMDDATA_API CGetDiagCodeP5Rcv : public CCmdRcv<cmddata::command::GetDiagCodeP5> {
 public:
     CMDDATA_MESSAGE(CGetDiagCodeP5Rcv)
-    static constexpr bool kCrossedFields = true;
     CCmdList<CCmdDiagCodeP5> codes;
 };
 
@@ -373,7 +371,6 @@ public:
 class CMDDATA_API CGetEachFrzFrmDatP5Rcv : public CCmdRcv<cmddata::command::GetEachFrzFrmDatP5> {
 public:
     CMDDATA_MESSAGE(CGetEachFrzFrmDatP5Rcv)
-    static constexpr bool kCrossedFields = true;
     CCmdDiagCodeP5 code;
 };
 
