@@ -13,9 +13,7 @@ using cmddata::ClassInfo;
 using cmddata::ClassKind;
 using cmddata::Side;
 using cmddata::VersionRule;
-using testing_cmddata::Hex;
-using testing_cmddata::Region;
-using testing_cmddata::WireHex;
+using namespace testing_cmddata;
 
 namespace {
 
@@ -67,14 +65,9 @@ std::string Written(CCmdCore& object) {
 
 // Reads bytes (hex) into object and checks that exactly all of them were consumed.
 void ReadAll(const std::string& hex, CCmdCore& object) {
-    Region region(static_cast<std::uint32_t>(hex.size() / 2 + 1));
-    for (std::size_t i = 0; i < hex.size() / 2; ++i)
-        region.data()[i] = static_cast<unsigned char>(std::stoi(hex.substr(2 * i, 2), nullptr, 16));
-    CCmdReader reader;
-    reader.AttachView(region.data(), static_cast<std::uint32_t>(hex.size() / 2));
-    reader.Read(&object);
-    EXPECT_EQ(reader.GetLastError(), cmddata::result::kOk);
-    EXPECT_EQ(reader.GetPosition() * 2, hex.size()) << "bytes consumed";
+    cmddata::Result error = 1;
+    EXPECT_EQ(ReadHex(hex, object, &error) * 2, hex.size()) << "bytes consumed";
+    EXPECT_EQ(error, cmddata::result::kOk);
 }
 
 class Conformance : public ::testing::TestWithParam<const ClassInfo*> {};

@@ -9,17 +9,11 @@
 
 #include "helpers.h"
 
-using testing_cmddata::Hex;
-using testing_cmddata::Region;
-using testing_cmddata::WireHex;
+using namespace testing_cmddata;
 namespace result = cmddata::result;
 
 namespace {
 
-std::string Wire(std::string spaced) {  // hex with spaces between fields
-    spaced.erase(std::remove(spaced.begin(), spaced.end(), ' '), spaced.end());
-    return spaced;
-}
 const std::uint16_t* Wide(const char16_t* text) {
     return reinterpret_cast<const std::uint16_t*>(text);
 }
@@ -183,44 +177,7 @@ TYPED_TEST(CoreSharedBytes, AssignmentCopiesDeeplyAndSurvivesSelfAssignment) {
     EXPECT_EQ(Block(target), nullptr);
 }
 
-TEST(CoreScalar, WrappersWriteTheBareValueLittleEndian) {
-    CCmdWordId id;
-    id = 0x1234;
-    EXPECT_EQ(WireHex(id), "3412");
-    EXPECT_EQ(ReadFrom(id, {0x78, 0x56}), result::kOk);
-    EXPECT_EQ(static_cast<std::uint16_t>(id), 0x5678);
-    id.RemoveAll();
-    EXPECT_EQ(static_cast<std::uint16_t>(id), 0);
-
-    CCmdByteData b;
-    static_assert(std::is_same<decltype(b = std::uint8_t{0}), std::uint8_t>::value,
-                  "assigning a value yields the value, not the object");
-    EXPECT_EQ(b = 0x41, 0x41);
-    EXPECT_EQ(static_cast<std::uint8_t>(b), 0x41);
-    EXPECT_EQ(WireHex(b), "41");
-
-    CCmdDwordId dword;
-    CCmdDwordData data;
-    dword = 0x12345678;
-    data = 0x12345678;
-    EXPECT_EQ(WireHex(dword), "78563412");
-    EXPECT_EQ(WireHex(data), WireHex(dword));
-    EXPECT_EQ(ReadFrom(data, {1, 2, 3, 4}), result::kOk);
-    EXPECT_EQ(static_cast<std::uint32_t>(data), 0x04030201u);
-}
-
-TEST(CoreScalar, ByteDataListWritesOnlyItsListForm) {
-    CCmdByteDataList list;
-    for (std::uint8_t v : {0x0A, 0x0B, 0x0C}) list.bytes.GetAt(list.bytes.AddTail()) = v;
-    EXPECT_EQ(WireHex(list), Wire("01000000 03000000 0a0b0c"));
-    CCmdByteDataList back;
-    EXPECT_EQ(ReadFrom(back, {1, 0, 0, 0, 2, 0, 0, 0, 7, 8}), result::kOk);
-    EXPECT_EQ(back.bytes.GetCount(), 2u);
-    EXPECT_EQ(static_cast<std::uint8_t>(back.bytes.GetAt(1)), 8);
-
-    CCmdByteDataList shared(list);  // the copy shares the nodes
-    EXPECT_EQ(&shared.bytes.GetAt(2), &list.bytes.GetAt(2));
-    back = list;  // assignment copies item by item
-    EXPECT_NE(&back.bytes.GetAt(2), &list.bytes.GetAt(2));
-    EXPECT_EQ(WireHex(back), WireHex(list));
-}
+// The wire forms of the wrappers are in the captured files; assigning a value yields the value.
+static_assert(
+    std::is_same<decltype(std::declval<CCmdByteData&>() = std::uint8_t{0}), std::uint8_t>::value,
+    "assigning a value yields the value, not the object");

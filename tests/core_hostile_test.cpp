@@ -10,9 +10,7 @@
 #include "../core/procs.h"
 #include "helpers.h"
 
-using testing_cmddata::Hex;
-using testing_cmddata::Region;
-using testing_cmddata::WireHex;
+using namespace testing_cmddata;
 namespace result = cmddata::result;
 
 namespace hostile_records {

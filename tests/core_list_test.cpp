@@ -7,16 +7,10 @@
 
 #include "helpers.h"
 
-using testing_cmddata::Region;
-using testing_cmddata::WireHex;
+using namespace testing_cmddata;
 namespace result = cmddata::result;
 
 namespace {
-
-std::string Wire(std::string spaced) {  // hex with spaces between fields
-    spaced.erase(std::remove(spaced.begin(), spaced.end(), ' '), spaced.end());
-    return spaced;
-}
 
 // A prefix-only item that counts how many of its kind are alive.
 class Tracked : public CCmdCore {
@@ -58,16 +52,6 @@ void ReadFrom(T& object, const std::vector<unsigned char>& bytes) {
 }
 
 }  // namespace
-
-TEST(CoreList, WireFormIsPrefixCountThenItems) {
-    CCmdList<CCmdString> empty;
-    EXPECT_EQ(WireHex(empty), Wire("01000000 00000000"));
-    CCmdList<CCmdWordId> words = Words({0x0001, 0x0203});
-    EXPECT_EQ(WireHex(words), Wire("01000000 02000000 0100 0302"));
-    CCmdList<CCmdList<CCmdString>> nested;
-    nested.GetAt(nested.AddTail()) = Texts({"A"});
-    EXPECT_EQ(WireHex(nested), Wire("01000000 01000000 01000000 01000000 01000000 0200 4100"));
-}
 
 TEST(CoreList, IndexPastTheEndYieldsTheFirstItem) {
     CCmdList<CCmdWordId> list = Words({10, 20, 30});

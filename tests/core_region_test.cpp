@@ -10,7 +10,7 @@
 #include "helpers.h"
 
 using cmddata::SharedRegion;
-using testing_cmddata::Hex;
+using namespace testing_cmddata;
 namespace result = cmddata::result;
 
 namespace {

@@ -8,18 +8,10 @@
 
 #include "helpers.h"
 
-using testing_cmddata::Hex;
-using testing_cmddata::Region;
-using testing_cmddata::WireHex;
+using namespace testing_cmddata;
 namespace result = cmddata::result;
 
 namespace {
-
-// Hex written with spaces between fields, for reading; compared without them.
-std::string Wire(std::string spaced) {
-    spaced.erase(std::remove(spaced.begin(), spaced.end(), ' '), spaced.end());
-    return spaced;
-}
 
 // Nothing but the version prefix, constructed with any version.
 class Versioned : public CCmdCore {

@@ -7,14 +7,9 @@
 
 #include "helpers.h"
 
-using testing_cmddata::Region;
-using testing_cmddata::WireHex;
+using namespace testing_cmddata;
 
 namespace {
-
-const std::string kNoStatus = "00000000000000000000000000000000";
-const std::string kEmptyList = "0100000000000000";
-const std::string kEmptyString = "010000000000";
 
 CCmdCustomItem Item(std::uint16_t version) {
     CCmdCustomItem item(version);
@@ -30,7 +25,7 @@ CCmdCustomItem Item(std::uint16_t version) {
 }
 
 TEST(CustomItem, EachVersionAddsItsOwnGroup) {
-    const std::string base = "0100" + kEmptyString + "02" + kEmptyList;
+    const std::string base = "0100" + kEmptyText + "02" + kEmptyList;
     const std::string v2 =
         "03000000"
         "0400"
@@ -76,13 +71,13 @@ TEST(CustomRecords, DefaultVersionsAndTheirThresholds) {
     EXPECT_EQ(WireHex(value),
               "03000000"
               "01" +
-                  kEmptyString + "0200" + kEmptyList);
+                  kEmptyText + "0200" + kEmptyList);
     CCmdCustomValue value1(1);
     value1.displayOrder = 2;
     EXPECT_EQ(WireHex(value1),
               "01000000"
               "00" +
-                  kEmptyString);
+                  kEmptyText);
 
     CCmdSetCustomItem set(2);
     set.itemId = 1;
@@ -99,7 +94,7 @@ TEST(CustomRecords, DefaultVersionsAndTheirThresholds) {
     CCmdCustomListInfo list(1);
     list.listKind = 9;
     list.options = 0xFF;
-    EXPECT_EQ(WireHex(list), "01000000" + kEmptyString + kEmptyString +
+    EXPECT_EQ(WireHex(list), "01000000" + kEmptyText + kEmptyText +
                                  "0000"
                                  "0000"
                                  "09");
@@ -128,7 +123,7 @@ TEST(RmtCustomItem, FrameIdTravelsBeforeTheCurrentValue) {
               "08000000"
               "03000000"
               "09" +
-                  kEmptyString + "0000" + kEmptyList + kEmptyList);
+                  kEmptyText + "0000" + kEmptyList + kEmptyList);
 }
 
 TEST(CustomListInfo, VersionPrefixLeadsTheHeaderAndNoCommKeepsItsOwnId) {
@@ -164,42 +159,6 @@ TEST(CustomListInfo, VersionPrefixLeadsTheHeaderAndNoCommKeepsItsOwnId) {
     r.Read(&reader);
     EXPECT_EQ(reader.GetVersion(), 0);
     EXPECT_EQ(r.GetPosition(), 24u);
-}
-
-TEST(RemoteCustomize, FourCommandsShareTheirListLayouts) {
-    CCmdRmtCustomSupport support;
-    support.ecuId = 0x0102;
-    const std::string supportHex =
-        "0100000001000000"
-        "01000000"
-        "0201" +
-        kEmptyList;
-    CGetAvailableSetCustItemListRcv available;
-    CGetSndFrmCustomizeCurValRcv sendFrame;
-    CGetCustomizeCurValRcv current;
-    CGetSndFrmSetCustomizeRcv setFrame;
-    CGetSndFrmSetCustomizeSnd setRequest;
-    const struct {
-        CCmdRmtCustomSupportMessage* message;
-        const char* id;
-    } answers[] = {{&available, "97000000"},
-                   {&sendFrame, "98000000"},
-                   {&current, "99000000"},
-                   {&setFrame, "9a000000"},
-                   {&setRequest, "9a000000"}};
-    for (const auto& a : answers) {
-        a.message->supports.AddTail(support);
-        EXPECT_EQ(WireHex(*a.message), a.id + kNoStatus + supportHex);
-    }
-
-    CGetCustomizeCurValSnd request;
-    CCmdRmtCustomValInfo& info = request.valueInfos.GetAt(request.valueInfos.AddTail());
-    info.ecuId = 3;
-    EXPECT_EQ(WireHex(request), "99000000" + kNoStatus +
-                                    "0100000001000000"
-                                    "01000000"
-                                    "0300" +
-                                    kEmptyList);
 }
 
 }  // namespace

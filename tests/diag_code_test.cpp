@@ -10,27 +10,9 @@
 
 #include "helpers.h"
 
-using testing_cmddata::Hex;
-using testing_cmddata::Region;
-using testing_cmddata::WireHex;
+using namespace testing_cmddata;
 
 namespace {
-
-const std::string kNoStatus = "00000000000000000000000000000000";
-const std::string kEmptyText = "010000000000";
-const std::string kEmptyList = "0100000000000000";
-
-// Writes sent into a region and reads it into received; returns the reader's position.
-std::uint32_t Transfer(CCmdCore& sent, CCmdCore& received, cmddata::Result* error = nullptr) {
-    Region region(1 << 16);
-    CCmdWriter writer = region.Writer();
-    writer.Write(&sent);
-    CCmdReader reader;
-    reader.AttachView(region.data(), writer.GetPosition());
-    reader.Read(&received);
-    if (error != nullptr) *error = reader.GetLastError();
-    return reader.GetPosition();
-}
 
 // --- CCmdDiagCode ---
 
@@ -255,33 +237,6 @@ TEST(DiagCodeP5Image, DescribedAsOneImageFieldPerSlot) {
     EXPECT_EQ(images.names, (std::vector<std::string>{"slot_1", "slot_2", "slot_3", "slot_4"}));
     EXPECT_EQ(images.sizes, std::vector<std::uint32_t>(4, kSlotSize));
     EXPECT_EQ(images.first, WireHex(code).substr(kFirstSlot * 2, kSlotSize * 2));
-}
-
-// --- messages ---
-
-TEST(DiagCodeMessages, JudgementTravelsBetweenTheTexts) {
-    CJudgeDiagStatusRcv answer;
-    answer.codeText = "P";
-    answer.statusText = "S";
-    answer.judgement = 0x77;
-    EXPECT_EQ(WireHex(answer), "29000000" + kNoStatus +
-                                   "01000000"
-                                   "0200"
-                                   "5000"
-                                   "77"
-                                   "01000000"
-                                   "0200"
-                                   "5300");
-}
-
-TEST(DiagCodeMessages, DerivedCommandsDifferOnlyInTheirIdentifier) {
-    CGetDiagCodeSnd base;
-    CGetDiagCodeWOTSSnd wots;
-    base.codeKind = wots.codeKind = 3;
-    EXPECT_EQ(WireHex(base), "14000000" + kNoStatus + "03000000");
-    EXPECT_EQ(WireHex(wots), "86000000" + kNoStatus + "03000000");
-    CGetPendingCodeWOTSRcv pendingWots;
-    EXPECT_EQ(WireHex(pendingWots), "8d000000" + kNoStatus + kEmptyList);
 }
 
 // --- conversions between a kept list and the answers ---

@@ -9,26 +9,9 @@
 #include "helpers.h"
 
 using cmddata::ClassInfo;
-using testing_cmddata::Region;
-using testing_cmddata::WireHex;
+using namespace testing_cmddata;
 
 namespace {
-
-// Reads hex bytes into object; returns the bytes consumed (the reader's last error in *error).
-std::uint32_t ReadHex(const std::string& hex, CCmdCore& object, cmddata::Result* error = nullptr) {
-    Region region(static_cast<std::uint32_t>(hex.size() / 2 + 1));
-    for (std::size_t i = 0; i < hex.size() / 2; ++i)
-        region.data()[i] = static_cast<unsigned char>(std::stoi(hex.substr(2 * i, 2), nullptr, 16));
-    CCmdReader reader;
-    reader.AttachView(region.data(), static_cast<std::uint32_t>(hex.size() / 2));
-    reader.Read(&object);
-    if (error != nullptr) *error = reader.GetLastError();
-    return reader.GetPosition();
-}
-
-void SetStatus(CCmdHeaderWords& h, std::uint32_t first) {
-    for (int n = 1; n <= 4; ++n) h.SetStatusWord(n, first + static_cast<std::uint32_t>(n) - 1);
-}
 
 // Every message class of one family and side.
 template <class F>
@@ -118,20 +101,6 @@ TEST(DmciInterface, IsoRequestBytes) {
               "a1000000"
               "a2000000"
               "a3000000");
-}
-
-TEST(DmciInterface, FixedRequestSizes) {
-    CDmciCreateCanDiagInterfaceSnd can;
-    CDmciCreatePhase5DiagInterfaceSnd phase5;
-    CDmciCreatePsaDiagInterfaceSnd psa;
-    CDmciCreateDLC12InterfaceSnd dlc;
-    EXPECT_EQ(cmddata::WireSize(can), 30u);
-    EXPECT_EQ(cmddata::WireSize(phase5), 30u);
-    EXPECT_EQ(cmddata::WireSize(psa), 24u);
-    dlc.option = 0x12;
-    dlc.parameter = 0x3456;
-    EXPECT_EQ(WireHex(dlc), "125634");
-    EXPECT_EQ(phase5.GetCmdId(), 280u);
 }
 
 // --- Direct data monitor and active test ---
@@ -230,30 +199,6 @@ TEST(DmciMonitor, DynamicDataidSetupTakesAVersionThatNeverTravels) {
 }
 
 // --- Raw frames ---
-
-TEST(Frame, FixedRecordSizes) {
-    SCmdCanMsg can;
-    can.canId = 0x7E0;
-    can.firstWord = 1;
-    can.secondWord = 2;
-    can.data[0] = 0x11;
-    can.data[7] = 0x88;
-    EXPECT_EQ(WireHex(can),
-              "01000000"
-              "e0070000"
-              "0100"
-              "0200"
-              "1100000000000088");
-    CCmdCANCnvResult cnv;
-    cnv.firstValue = 0x0102;
-    cnv.secondValue = 3;
-    cnv.result = 4;
-    EXPECT_EQ(WireHex(cnv),
-              "01000000"
-              "0201"
-              "03"
-              "04000000");
-}
 
 TEST(Frame, SetMsgDataRules) {
     const unsigned char bytes[3] = {0xA1, 0xA2, 0xA3};

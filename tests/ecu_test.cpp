@@ -16,25 +16,9 @@
 #include <thread>
 #endif
 
-using testing_cmddata::Hex;
-using testing_cmddata::Region;
-using testing_cmddata::WireHex;
+using namespace testing_cmddata;
 
 namespace {
-
-const std::string kNoStatus = "00000000000000000000000000000000";
-const std::string kEmptyList = "0100000000000000";
-
-std::uint32_t Transfer(CCmdCore& sent, CCmdCore& received, cmddata::Result* error = nullptr) {
-    Region region(1 << 16);
-    CCmdWriter writer = region.Writer();
-    writer.Write(&sent);
-    CCmdReader reader;
-    reader.AttachView(region.data(), writer.GetPosition());
-    reader.Read(&received);
-    if (error != nullptr) *error = reader.GetLastError();
-    return reader.GetPosition();
-}
 
 void AddCount(CCmdEcuInfo& ecu, std::uint16_t kind, std::uint8_t count) {
     CCmdDiagCodeCount& entry = ecu.codeCounts.GetAt(ecu.codeCounts.AddTail());
@@ -121,25 +105,6 @@ TEST(EcuInfo, GetDiagCodeCountFindsTheFirstEntryOfTheKind) {
 }
 
 // --- Locked answers: framing ---
-
-TEST(EcuListAnswers, TwoPutTheirVersionPrefixBeforeTheHeaderAndTwoDoNot) {
-    const std::string body = kEmptyList + "01000000" + "02000000" + "0300";  // list, words
-    CGetConnectEcuListRcv connect;
-    CGetMountEcuListRcv mount;
-    CEcuEachConnectRcv each;
-    CGetMountEcuListNoCommRcv noComm;
-    for (CCmdEcuListAnswer* a :
-         {static_cast<CCmdEcuListAnswer*>(&connect), static_cast<CCmdEcuListAnswer*>(&mount),
-          static_cast<CCmdEcuListAnswer*>(&each), static_cast<CCmdEcuListAnswer*>(&noComm)}) {
-        a->firstWord = 1;
-        a->secondWord = 2;
-        a->thirdValue = 3;
-    }
-    EXPECT_EQ(WireHex(connect), "03000000" + kNoStatus + body);
-    EXPECT_EQ(WireHex(mount), "46000000" + kNoStatus + body);
-    EXPECT_EQ(WireHex(each), "010000007a000000" + kNoStatus + body);
-    EXPECT_EQ(WireHex(noComm), "0100000079000000" + kNoStatus + body);
-}
 
 TEST(EcuListAnswers, PrefixedAnswerReadAsPlainOneDoesNotLineUp) {
     CEcuEachConnectRcv each;

@@ -7,25 +7,9 @@
 
 #include "helpers.h"
 
-using testing_cmddata::Region;
-using testing_cmddata::WireHex;
+using namespace testing_cmddata;
 
 namespace {
-
-const std::string kNoStatus = "00000000000000000000000000000000";
-const std::string kEmptyText = "010000000000";
-const std::string kEmptyList = "0100000000000000";
-
-std::uint32_t Transfer(CCmdCore& sent, CCmdCore& received) {
-    Region region(1 << 16);
-    CCmdWriter writer = region.Writer();
-    writer.Write(&sent);
-    CCmdReader reader;
-    reader.AttachView(region.data(), writer.GetPosition());
-    reader.Read(&received);
-    EXPECT_EQ(reader.GetLastError(), cmddata::result::kOk);
-    return reader.GetPosition();
-}
 
 // --- CCmdMonitoringTest ---
 
@@ -43,18 +27,6 @@ TEST(MonitoringTestLayout, ThreeNumbersThenValuesEachAfterANumber) {
                                  "a1a0a0a0"
                                  "0505"
                                  "a2a0a0a0");
-}
-
-TEST(MonitoringTestLayout, EmptyFrameStillCarriesItsWholeForm) {
-    CCmdMonitoringTest test;
-    CCmdConversionTbl emptyTable;
-    // prefix; frame: prefix, item number, three texts, two flags, table, empty item list.
-    const std::string frame =
-        "01000000"
-        "0000" +
-        kEmptyText + kEmptyText + kEmptyText + "0000" + WireHex(emptyTable) + kEmptyList;
-    EXPECT_EQ(WireHex(test),
-              "01000000" + frame + std::string(2 * (3 * 2 + 4 + 2 + 4 + 2 + 4), '0'));
 }
 
 // --- messages ---
@@ -81,69 +53,6 @@ TEST(MonitorStatusInfoRequest, VersionTwoAddsANumberAndAWord) {
     EXPECT_EQ(Transfer(v2, reader), 24u);
     EXPECT_EQ(reader.word, 0x11223344u);
     EXPECT_EQ(reader.number, 0);
-}
-
-TEST(SleepNgAnswer, WordTravelsAfterTheRecords) {
-    CGetSleepNgRcv answer;
-    answer.word = 0xCAFEBABE;
-    answer.records.AddTail();
-    answer.records[0].firstFlag = 0x11;
-    answer.records[0].secondFlag = 0x22;
-    EXPECT_EQ(WireHex(answer), "31000000" + kNoStatus +
-                                   "01000000"
-                                   "01000000"
-                                   "01000000" +
-                                   kEmptyText + "11" + kEmptyText + "22" + "bebafeca");
-    CGetSleepNgRcv received;
-    Transfer(answer, received);
-    EXPECT_EQ(received.word, 0xCAFEBABEu);
-    EXPECT_EQ(received.records.GetCount(), 1u);
-}
-
-TEST(PIDSignalDataLayout, RequestSendsPrefixHeaderThenSelectorBeforeNumber) {
-    CGetPIDSignalDataSnd request(3);
-    request.number = 0x0102;
-    request.selector = 0x7F;
-    request.ecus.AddTail();
-    request.ecus[0].ecuId = 0x0A0B0C0D;
-    request.ecus[0].value = 0x0E0F;
-    EXPECT_EQ(WireHex(request),
-              "03000000"
-              "a3000000" +
-                  kNoStatus +
-                  "7f"
-                  "0201"
-                  "01000000"
-                  "01000000"
-                  "01000000"
-                  "0d0c0b0a"
-                  "0f0e");
-
-    // The version travels: a reader built with a newer one takes the sender's.
-    CGetPIDSignalDataSnd received(5);
-    Transfer(request, received);
-    EXPECT_EQ(received.GetVersion(), 3);
-    EXPECT_EQ(received.selector, 0x7F);
-    EXPECT_EQ(received.number, 0x0102);
-    CGetPIDSignalDataSnd older(2);
-    Transfer(request, older);
-    EXPECT_EQ(older.GetVersion(), 0);
-}
-
-TEST(PIDSignalDataLayout, AnswerSendsTheWordBeforeTheEcusThenTheFrame) {
-    CGetPIDSignalDataRcv answer;
-    answer.word = 0x01020304;
-    answer.SetStatusWord(3, 9);
-    CCmdFrzFrmDat emptyFrame;
-    EXPECT_EQ(WireHex(answer),
-              "01000000"
-              "a3000000"
-              "00000000"
-              "00000000"
-              "09000000"
-              "00000000"
-              "04030201" +
-                  kEmptyList + WireHex(emptyFrame));
 }
 
 }  // namespace

@@ -9,25 +9,12 @@
 
 #include "helpers.h"
 
-using testing_cmddata::Region;
-using testing_cmddata::WireHex;
+using namespace testing_cmddata;
 
 namespace {
 
-const std::string kNoStatus = "00000000000000000000000000000000";
 const std::string kEmptyObject = "00000000010000000000000000000000";  // a text or list image head
 constexpr std::size_t kFrameImage = 152;
-
-std::uint32_t Transfer(CCmdCore& sent, CCmdCore& received, cmddata::Result* error = nullptr) {
-    Region region(1 << 16);
-    CCmdWriter writer = region.Writer();
-    writer.Write(&sent);
-    CCmdReader reader;
-    reader.AttachView(region.data(), writer.GetPosition());
-    reader.Read(&received);
-    if (error != nullptr) *error = reader.GetLastError();
-    return reader.GetPosition();
-}
 
 // A frame whose every scalar is distinct and which owns texts, a display entry and an item.
 void FillFrame(CCmdFrzFrmDat& f) {
@@ -186,27 +173,6 @@ TEST(DwordSupportImage, DataTravelsAsTwelveByteImage) {
 }
 
 // --- messages ---
-
-TEST(EventMessages, VersionPrefixLeadsTheHeaderAndReachesTheReceiver) {
-    CGetAnalyzeWorkFactorDcmSnd request;
-    request.analysisKind = 0x0A0B0C0D;
-    EXPECT_EQ(WireHex(request),
-              "01000000"
-              "78000000" +
-                  kNoStatus + "0d0c0b0a");
-
-    CGetDdrInfoSnd newer(3);
-    CGetDdrInfoSnd older(1);
-    CGetDdrInfoSnd current(5);
-    EXPECT_EQ(WireHex(newer),
-              "03000000"
-              "a9000000" +
-                  kNoStatus);
-    Transfer(newer, older);
-    Transfer(newer, current);
-    EXPECT_EQ(older.GetVersion(), 0);  // the version rule: a newer sender reads as 0
-    EXPECT_EQ(current.GetVersion(), 3);
-}
 
 TEST(EventMessages, DrsFileRequestSendsItsFirstDeclaredTextLastFromVersionTwo) {
     CCreateDrsFileSnd v2;  // default version 2

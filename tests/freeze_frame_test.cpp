@@ -8,13 +8,12 @@
 
 #include "helpers.h"
 
-using testing_cmddata::WireHex;
+using namespace testing_cmddata;
 
 namespace {
 
 constexpr std::int32_t kMin = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
-const std::string kNoStatus = "00000000000000000000000000000000";
 
 CCmdConversionTbl Table(std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint8_t e,
                         std::uint16_t f) {

@@ -7,14 +7,9 @@
 
 #include "helpers.h"
 
-using testing_cmddata::Region;
-using testing_cmddata::WireHex;
+using namespace testing_cmddata;
 
 namespace {
-
-const std::string kNoStatus = "00000000000000000000000000000000";
-const std::string kEmptyList = "0100000000000000";
-const std::string kEmptyString = "010000000000";
 
 // Bytes of a CCmdFunction after its prefix and empty name, up to the version-5 word.
 std::size_t FunctionBytesBeforeExtension() { return 4 + 6 + 3 * 2 + 2 * 4 + 2 + 2 * 4 + 4 * 4; }
@@ -37,7 +32,7 @@ TEST(Function, VersionSixSendsTheVersionFiveWordTwice) {
     EXPECT_EQ(hex5.substr(at), "44332211");
 
     CCmdFunction v1(1);
-    EXPECT_EQ(WireHex(v1), "01000000" + kEmptyString + std::string(2 * (6 + 8), '0'));
+    EXPECT_EQ(WireHex(v1), "01000000" + kEmptyText + std::string(2 * (6 + 8), '0'));
 }
 
 TEST(Function, ReaderKeepsTheSecondCopyOfTheVersionFiveWord) {
@@ -90,31 +85,11 @@ TEST(FunctionRecords, WordsSentBeforeTheFieldsTheyAreDeclaredAfter) {
     id.functionId = 0x0102;
     id.attribute = 0x03040506;
     id.option = 0x0708090a;
-    EXPECT_EQ(WireHex(id), "01000000" + kEmptyString +
+    EXPECT_EQ(WireHex(id), "01000000" + kEmptyText +
                                "06050403"
                                "0201"
                                "0a090807");
     EXPECT_EQ(CCmdIdCodeFunc().GetVersion(), 4);
-}
-
-TEST(FunctionMessages, NoCommCommandsCarryTheirOwnIdentifier) {
-    CGetEcuFuncListNoCommRcv ecu;
-    ecu.functions.GetAt(ecu.functions.AddTail()).functionId = 0x0304;
-    CGetEcuFuncListRcv plain;
-    plain.functions.GetAt(plain.functions.AddTail()).functionId = 0x0304;
-    EXPECT_EQ(WireHex(ecu), "9b000000" + WireHex(plain).substr(8));
-    EXPECT_EQ(WireHex(*std::make_unique<CGetEcuFuncListNoCommSnd>()), "9b000000" + kNoStatus);
-    EXPECT_EQ(WireHex(*std::make_unique<CGetUtilFuncListNoCommRcv>()),
-              "9e000000" + kNoStatus + kEmptyList);
-
-    // The utility request keeps its base's version 2, and so its second selector.
-    CGetUtilFuncListNoCommSnd util;
-    util.selector = 1;
-    util.secondSelector = 2;
-    EXPECT_EQ(util.GetVersion(), 2);
-    EXPECT_EQ(WireHex(util), "9e000000" + kNoStatus + "0102");
-    util.RemoveAll();
-    EXPECT_EQ(util.GetCmdId(), 158u);
 }
 
 TEST(FunctionMessages, WorkSupportAnswerSendsListThenWordsInReverse) {

@@ -1,6 +1,7 @@
 // Test helpers: a region in plain memory, hex views and write/read round trips.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -39,6 +40,51 @@ inline std::string Hex(const unsigned char* p, std::size_t n) {
         s += digits[p[i] & 15];
     }
     return s;
+}
+
+/// Hex written with spaces between fields, for reading; compared without them.
+inline std::string Wire(std::string spaced) {
+    spaced.erase(std::remove(spaced.begin(), spaced.end(), ' '), spaced.end());
+    return spaced;
+}
+
+/// The four status words of a fresh header, and an empty list: prefix, count 0.
+inline const std::string kNoStatus(32, '0');
+inline const std::string kEmptyList = "0100000000000000";
+/// An empty text: prefix and a byte count of 0.
+inline const std::string kEmptyText = "010000000000";
+
+/// Status words 1 to 4 set to first, first + 1, first + 2, first + 3.
+inline void SetStatus(CCmdHeaderWords& h, std::uint32_t first) {
+    for (int n = 1; n <= 4; ++n) h.SetStatusWord(n, first + static_cast<std::uint32_t>(n - 1));
+}
+
+/// Reads hex bytes (a region of exactly their size) into object; returns the bytes consumed and
+/// the reader's last error in *error.
+inline std::uint32_t ReadHex(const std::string& hex, CCmdCore& object,
+                             cmddata::Result* error = nullptr) {
+    Region region(static_cast<std::uint32_t>(hex.size() / 2 + 1));
+    for (std::size_t i = 0; i < hex.size() / 2; ++i)
+        region.data()[i] = static_cast<unsigned char>(std::stoi(hex.substr(2 * i, 2), nullptr, 16));
+    CCmdReader reader;
+    reader.AttachView(region.data(), static_cast<std::uint32_t>(hex.size() / 2));
+    reader.Read(&object);
+    if (error != nullptr) *error = reader.GetLastError();
+    return reader.GetPosition();
+}
+
+/// Writes sent into a region and reads exactly the bytes written into received; returns the
+/// bytes the reader consumed and its last error in *error.
+inline std::uint32_t Transfer(CCmdCore& sent, CCmdCore& received,
+                              cmddata::Result* error = nullptr) {
+    Region region(1 << 16);
+    CCmdWriter writer = region.Writer();
+    writer.Write(&sent);
+    CCmdReader reader;
+    reader.AttachView(region.data(), writer.GetPosition());
+    reader.Read(&received);
+    if (error != nullptr) *error = reader.GetLastError();
+    return reader.GetPosition();
 }
 
 /// The bytes the object writes (and the writer's last error must be 0).

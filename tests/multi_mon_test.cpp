@@ -7,13 +7,9 @@
 
 #include "helpers.h"
 
-using testing_cmddata::Region;
-using testing_cmddata::WireHex;
+using namespace testing_cmddata;
 
 namespace {
-
-const std::string kNoStatus = "00000000000000000000000000000000";
-const std::string kEmptyList = "0100000000000000";
 
 std::uint32_t Seconds(std::uint32_t period, std::uint32_t size, std::uint32_t capacity) {
     CCmdMultiMonMeasureInfo info;
@@ -126,39 +122,6 @@ TEST(MultiMonRequests, ItemListsFollowTheirVersionThresholds) {
     EXPECT_EQ(WireHex(start1), startBody);
 
     EXPECT_EQ(CStartMultiMonDesModeSnd().GetVersion(), 2);
-}
-
-TEST(MultiMonAnswers, StartAndCheckAnswersShareTheirLayouts) {
-    CStartMultiMonRcv start;
-    CStartMultiMonDesModeRcv desMode;
-    CStartMultiMonFuelRcv fuel;
-    for (CCmdMultiMonStartAnswer* a : {static_cast<CCmdMultiMonStartAnswer*>(&start),
-                                       static_cast<CCmdMultiMonStartAnswer*>(&desMode),
-                                       static_cast<CCmdMultiMonStartAnswer*>(&fuel)}) {
-        a->result = 0x0102;
-        a->recordingId = 0x03040506;
-    }
-    EXPECT_EQ(WireHex(start), "38000000" + kNoStatus +
-                                  "0201"
-                                  "06050403");
-    EXPECT_EQ(WireHex(desMode), "57000000" + kNoStatus +
-                                    "0201"
-                                    "06050403");
-    EXPECT_EQ(WireHex(fuel), "89000000" + kNoStatus +
-                                 "0201"
-                                 "06050403");
-
-    CCheckMultiMonFuelRcv check;
-    check.result = 1;
-    CCmdMultiMonMeasureInfo& m = check.measures.GetAt(check.measures.AddTail());
-    m.SetCapacity(4);
-    EXPECT_EQ(WireHex(check), "8a000000" + kNoStatus +
-                                  "01000000"
-                                  "0100000001000000"
-                                  "02000000" +
-                                  "00000000"
-                                  "00000000"
-                                  "04000000");
 }
 
 TEST(CheckDatMonCommFrm, StatusWordFourTravelsTwiceAndReadsBackIntoOneWord) {
