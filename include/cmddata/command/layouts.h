@@ -19,6 +19,20 @@ public:
         : CCmdBase(commandId, version, reserved) {}
 };
 
+/// Both messages of a command that carry the header alone, C<Command>Snd and C<Command>Rcv,
+/// declared in one line: CMDDATA_HEADER_ONLY_COMMAND(GetVimInfo);
+#define CMDDATA_HEADER_ONLY_COMMAND(Command)                          \
+    class CMDDATA_API C##Command##Snd                                 \
+        : public CCmdSnd<cmddata::command::Command, CCmdHeaderOnly> { \
+    public:                                                           \
+        CMDDATA_MESSAGE_LAYOUT(C##Command##Snd)                       \
+    };                                                                \
+    class CMDDATA_API C##Command##Rcv                                 \
+        : public CCmdRcv<cmddata::command::Command, CCmdHeaderOnly> { \
+    public:                                                           \
+        CMDDATA_MESSAGE_LAYOUT(C##Command##Rcv)                       \
+    }
+
 /// A message that carries its header, then a list of 16-bit item identifiers.
 class CMDDATA_API CCmdWordIdListMessage : public CCmdBase {
 public:
