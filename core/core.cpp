@@ -1,8 +1,8 @@
 // The root class and the streams.
 #include "cmddata/core/core.h"
 
-#include "procs.h"
-#include "transfer.h"
+#include "cmddata_internal/procs.h"
+#include "cmddata_internal/transfer.h"
 
 using cmddata::Result;
 namespace result = cmddata::result;

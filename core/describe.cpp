@@ -5,8 +5,8 @@
 #include <cstring>
 
 #include "cmddata/core/buffer.h"
-#include "procs.h"
-#include "transfer.h"
+#include "cmddata_internal/procs.h"
+#include "cmddata_internal/transfer.h"
 
 namespace cmddata {
 

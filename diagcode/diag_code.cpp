@@ -2,8 +2,8 @@
 // trouble-code messages.
 #include "cmddata/diagcode/diag_code.h"
 
-#include "../core/procs.h"
-#include "frz_frm_image.h"
+#include "cmddata_internal/procs.h"
+#include "cmddata_internal/frz_frm_image.h"
 
 namespace {
 const char* const kSlotNames[CCmdDiagCodeP5::kSlotCount] = {"slot_1", "slot_2", "slot_3", "slot_4"};

@@ -3,7 +3,7 @@
 
 #include <type_traits>
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 namespace {
 // The one look-up of both freeze-frame records: every item whose identifier is id is converted,

@@ -4,7 +4,7 @@
 
 #include <cstring>
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 using cmddata::detail::BlockAlloc;
 using cmddata::detail::BlockRelease;

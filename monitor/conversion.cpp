@@ -5,7 +5,7 @@
 
 #include <type_traits>
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 template <class P>
 void CCmdDispInfo::Fields(P& p) {

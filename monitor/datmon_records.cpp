@@ -3,7 +3,7 @@
 
 #include <type_traits>
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 namespace {
 const char* const kAttributeNames[5] = {"attribute_1", "attribute_2", "attribute_3", "attribute_4",

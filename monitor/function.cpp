@@ -3,7 +3,7 @@
 
 #include <type_traits>
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 namespace {
 const char* const kWordNames[3] = {"word_1", "word_2", "word_3"};

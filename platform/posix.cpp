@@ -12,7 +12,7 @@
 #include <mutex>
 #include <new>
 
-#include "ansi1252.h"
+#include "cmddata_internal/ansi1252.h"
 #include "cmddata/platform/platform.h"
 
 namespace cmddata {

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 namespace {
 // CCmdCarInfo and CCmdCarIdInf share one layout: version prefix, u16 id, then one nested

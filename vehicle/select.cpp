@@ -1,7 +1,7 @@
 // Vehicle selection: records and messages.
 #include "cmddata/vehicle/select.h"
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 namespace {
 const char* const kSelectorNames[4] = {"selector_1", "selector_2", "selector_3", "selector_4"};

@@ -30,7 +30,7 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 #include "cmddata/diagcode/freeze_frame.h"
 #include "cmddata/monitor/conversion.h"
 

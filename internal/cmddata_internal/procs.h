@@ -9,7 +9,7 @@
 #include "cmddata/core/describe.h"
 #include "cmddata/core/fields.h"
 #include "cmddata/core/list.h"
-#include "transfer.h"
+#include "cmddata_internal/transfer.h"
 
 /// Messages reset their header words in RemoveAll (the header overload lives with CCmdBase).
 inline void CmdDataResetHeader(CCmdCore*) {}
