@@ -15,7 +15,7 @@
 #include <vector>
 
 #include "cmddata/command/catalogue.h"
-#include "cmddata/command/classes.h"
+#include "cmddata/table/classes.h"
 #include "cmddata/core/core.h"
 
 namespace cmdtool {

@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "cmddata/command/catalogue.h"
-#include "cmddata/command/classes.h"
+#include "cmddata/table/classes.h"
 #include "cmddata/core/core.h"
 
 namespace cmdtool {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "cmddata/command/catalogue.h"
-#include "cmddata/command/classes.h"
 #include "cmddata/command/header.h"
 #include "cmddata/command/layouts.h"
 #include "cmddata/command/message.h"
@@ -33,6 +32,7 @@
 #include "cmddata/monitor/multi_mon.h"
 #include "cmddata/platform/export.h"
 #include "cmddata/platform/platform.h"
+#include "cmddata/table/classes.h"
 #include "cmddata/vehicle/car_info.h"
 #include "cmddata/vehicle/comm.h"
 #include "cmddata/vehicle/ecu.h"

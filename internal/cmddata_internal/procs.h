@@ -9,6 +9,7 @@
 #include "cmddata/core/describe.h"
 #include "cmddata/core/fields.h"
 #include "cmddata/core/list.h"
+#include "cmddata_internal/listed.h"
 #include "cmddata_internal/transfer.h"
 
 /// Messages reset their header words in RemoveAll (the header overload lives with CCmdBase).
@@ -569,7 +570,8 @@ void DescribeProc::Image(const char* name, T& object) {
 }  // namespace cmddata
 
 /// Defines Read, Write, RemoveAll, Describe and the processor entry points of Class from its
-/// one field list. Put it after the definition of Class::Fields.
+/// one field list. Put it after the definition of Class::Fields. Describe calls the listed
+/// check (listed.h): Class must be in its family's class list.
 #define CMDDATA_DEFINE_FIELDS(Class)                                    \
     void Class::Read(CCmdReader& reader) {                              \
         cmddata::ReadProc p(reader);                                    \
@@ -584,6 +586,9 @@ void DescribeProc::Image(const char* name, T& object) {
         cmddata::ResetProc p;                                           \
         Fields(p);                                                      \
     }                                                                   \
-    void Class::Describe(cmddata::DescribeProc& p) { Fields(p); }       \
+    void Class::Describe(cmddata::DescribeProc& p) {                    \
+        cmddata::detail::ListedInItsFamilyList<Class>();                \
+        Fields(p);                                                      \
+    }                                                                   \
     void CmdDataFields(cmddata::ReadProc& p, Class& o) { o.Fields(p); } \
     void CmdDataFields(cmddata::WriteProc& p, Class& o) { o.Fields(p); }
