@@ -24,10 +24,10 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "cmddata_internal/procs.h"
 #include "cmddata/core/scalar.h"
 #include "cmddata/diagcode/freeze_frame.h"
 #include "cmddata_internal/frz_frm_image.h"
+#include "cmddata_internal/procs.h"
 
 namespace cmddata {
 

@@ -30,9 +30,9 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "cmddata_internal/procs.h"
 #include "cmddata/diagcode/freeze_frame.h"
-#include "cmddata/monitor/conversion.h"
+#include "cmddata/records/conversion.h"
+#include "cmddata_internal/procs.h"
 
 namespace cmddata {
 

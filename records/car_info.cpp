@@ -1,5 +1,5 @@
 // Vehicle information items and their numeric accessors.
-#include "cmddata/vehicle/car_info.h"
+#include "cmddata/records/car_info.h"
 
 #include <cstdlib>
 #include <cstring>

@@ -1,6 +1,6 @@
 // Raw frame records: the variable-length frames with their held bytes, CAN frames and CAN
 // conversion results.
-#include "cmddata/direct/frame.h"
+#include "cmddata/records/frame.h"
 
 #include <cstring>
 

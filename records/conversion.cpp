@@ -1,5 +1,5 @@
 // Conversion tables and their display entries.
-#include "cmddata/monitor/conversion.h"
+#include "cmddata/records/conversion.h"
 
 #include <cstdint>
 

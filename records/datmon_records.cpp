@@ -1,5 +1,5 @@
 // Data-monitor records.
-#include "cmddata/monitor/datmon_records.h"
+#include "cmddata/records/datmon_records.h"
 
 #include <type_traits>
 
