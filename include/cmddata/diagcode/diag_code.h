@@ -3,6 +3,9 @@
 //
 // Only the widths and order of the scalars and texts are fixed; their names say where they
 // stand, and their meaning belongs to the two processes.
+//
+// The records of this family that other families use too live in the records layer,
+// cmddata/records/diag_code.h, which this header includes.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,8 @@
 // Freeze frames: the values an ECU stored when a trouble code was set, the records that hold
 // them, the look-ups that turn an item into a number or a text, and the messages that fetch them.
+//
+// The records of this family that other families use too live in the records layer,
+// cmddata/records/freeze_frame.h, which this header includes.
 #pragma once
 
 #include <cstdint>

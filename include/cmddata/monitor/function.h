@@ -4,6 +4,9 @@
 //
 // The numeric words of these records are carried, not interpreted; their names are the meaning
 // both processes give them.
+//
+// The records of this family that other families use too live in the records layer,
+// cmddata/records/function.h, which this header includes.
 #pragma once
 
 #include <cstdint>

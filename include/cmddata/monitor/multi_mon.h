@@ -1,5 +1,8 @@
 // Multi-monitor: recording the data of several ECUs at once, its triggers and how long a planned
 // recording runs; and the data monitor's frame check, whose answer carries the same measure.
+//
+// The records of this family that other families use too live in the records layer,
+// cmddata/records/multi_mon.h, which this header includes.
 #pragma once
 
 #include <cstdint>

@@ -3,6 +3,9 @@
 //
 // The numeric words of these records are carried, not interpreted; their names say where they
 // stand, their meaning belongs to the two processes.
+//
+// The records of this family that other families use too live in the records layer,
+// cmddata/records/ecu.h, which this header includes.
 #pragma once
 
 #include <cstdint>

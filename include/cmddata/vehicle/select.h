@@ -5,6 +5,9 @@
 // The selectors, values, flags and words are carried, not interpreted; their names say where
 // they stand, their meaning belongs to the two processes. No class here tests its version: a
 // version only travels in version prefixes.
+//
+// The records of this family that other families use too live in the records layer,
+// cmddata/records/select.h, which this header includes.
 #pragma once
 
 #include <cstdint>
