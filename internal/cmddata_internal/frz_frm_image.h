@@ -1,5 +1,5 @@
 // The fixed in-memory images of the freeze-frame records, for the fields that move a whole
-// freeze frame as one block (field operation Image; the mechanism is in core/procs.h).
+// freeze frame as one block (field operation Image; the mechanism is in procs.h).
 // Library-internal.
 //
 // Both ends agree on the layout a 32-bit build gives the objects: 4-byte pointers and type
