@@ -1,6 +1,6 @@
 #include "cmddata/command/header.h"
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 CCmdHeaderWords::CCmdHeaderWords(std::uint32_t cmdId)
     : cmdId_(cmdId), threadId_(cmddata::platform::CurrentThreadId()) {}

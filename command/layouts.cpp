@@ -1,6 +1,6 @@
 #include "cmddata/command/layouts.h"
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 template <class P>
 void CCmdHeaderOnly::Fields(P& p) {

@@ -6,7 +6,7 @@
 #include <cstring>
 #include <new>
 
-#include "procs.h"
+#include "cmddata_internal/procs.h"
 
 namespace result = cmddata::result;
 using cmddata::Result;

@@ -1,8 +1,8 @@
 // The root class and the streams.
 #include "cmddata/core/core.h"
 
-#include "procs.h"
-#include "transfer.h"
+#include "cmddata_internal/procs.h"
+#include "cmddata_internal/transfer.h"
 
 using cmddata::Result;
 namespace result = cmddata::result;
@@ -99,8 +99,8 @@ void Exhaust(CCmdReader& reader) {
 // What the wire and the fixed object images rest on, checked where the library is compiled: the
 // fixed widths, and for a cross build the pointer width its toolchain is for (the 32-bit Windows
 // DLL must be built for 4-byte pointers). The images themselves are fixed-width structures with
-// their sizes and offsets asserted beside them (diagcode/frz_frm_image.h), the same on every
-// platform.
+// their sizes and offsets asserted beside them (cmddata_internal/frz_frm_image.h), the same on
+// every platform.
 static_assert(sizeof(std::uint8_t) == 1 && sizeof(std::uint16_t) == 2 &&
                   sizeof(std::uint32_t) == 4 && sizeof(std::uint64_t) == 8,
               "the wire widths are fixed");

@@ -6,8 +6,8 @@
 
 #include "cmddata/core/buffer.h"
 #include "cmddata/core/describe.h"
-#include "procs.h"
-#include "transfer.h"
+#include "cmddata_internal/procs.h"
+#include "cmddata_internal/transfer.h"
 
 namespace cmddata {
 

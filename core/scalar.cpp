@@ -1,7 +1,7 @@
 // Scalar wrappers: a bare number each, no version prefix.
 #include "cmddata/core/scalar.h"
 
-#include "procs.h"
+#include "cmddata_internal/procs.h"
 
 template <class P>
 void CCmdByteData::Fields(P& p) {

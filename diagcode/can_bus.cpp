@@ -1,7 +1,7 @@
 // CAN bus and gateway check records, the category look-ups, and the bus-check messages.
 #include "cmddata/diagcode/can_bus.h"
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 // The category record and the category list keep CCmdBaseInfo's header words but send only the
 // version prefix, and their RemoveAll leaves those words alone: these overloads are the better

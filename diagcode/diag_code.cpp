@@ -2,8 +2,8 @@
 // trouble-code messages.
 #include "cmddata/diagcode/diag_code.h"
 
-#include "../core/procs.h"
-#include "frz_frm_image.h"
+#include "cmddata_internal/frz_frm_image.h"
+#include "cmddata_internal/procs.h"
 
 namespace {
 const char* const kSlotNames[CCmdDiagCodeP5::kSlotCount] = {"slot_1", "slot_2", "slot_3", "slot_4"};
@@ -26,35 +26,6 @@ void ConvertCodes(CCmdDiagCodeListInfo& info, CCmdDiagCodeAnswer& answer, std::u
 }  // namespace
 
 // --- records ---
-
-// The code number is declared first but travels after the status text; the four version tests
-// are separate and taken in this order, each against the version the prefix settled.
-template <class P>
-void CCmdDiagCode::Fields(P& p) {
-    p.Prefix(*this);
-    p.String("code_text", codeText);
-    p.Unsent("working_value", workingValue);
-    p.String("description", description);
-    p.U32("code_value", codeValue);
-    p.U8("flag", flag);
-    p.String("status_text", statusText);
-    p.U16("code_number", codeNumber);
-    if (p.Since(*this, 2)) {
-        p.U32("first_frame_word_1", firstFrameWords[0]);
-        p.U32("first_frame_word_2", firstFrameWords[1]);
-        p.Record("first_frame", firstFrame);
-        p.U32("second_frame_word_1", secondFrameWords[0]);
-        p.U32("second_frame_word_2", secondFrameWords[1]);
-        p.Record("second_frame", secondFrame);
-    }
-    if (p.Since(*this, 3)) p.U32("extra_word", extraWord);
-    if (p.Since(*this, 4)) p.Record("third_frame", thirdFrame);
-    if (p.Since(*this, 5)) {
-        p.U32("time_stamp_word", timeStampWord);
-        p.Record("time_stamps", timeStamps);
-    }
-}
-CMDDATA_DEFINE_FIELDS(CCmdDiagCode)
 
 // The class value and flag cross: written u32 then u8, read u8 then u32, on purpose. The slots
 // travel as images of CCmdFrzFrmDatP5 (frz_frm_image.h), the fourth after its own word.
@@ -107,62 +78,12 @@ void CCmdDiagCodeInfo::Fields(P& p) {
 }
 CMDDATA_DEFINE_FIELDS(CCmdDiagCodeInfo)
 
-template <class P>
-void CCmdDiagCodeCount::Fields(P& p) {
-    p.Prefix(*this);
-    p.U16("count", count);
-    p.U8("flag", flag);
-}
-CMDDATA_DEFINE_FIELDS(CCmdDiagCodeCount)
-
-template <class P>
-void CCmdDiagDetail::Fields(P& p) {
-    p.Prefix(*this);
-    p.U32("detail_id", detailId);
-    p.U32("first_word", firstWord);
-    p.U32("second_word", secondWord);
-}
-CMDDATA_DEFINE_FIELDS(CCmdDiagDetail)
-
-template <class P>
-void CCmdDiagCodeListInfo::Fields(P& p) {
-    InfoHeader(p);
-    p.U32("code_kind", codeKind);
-    p.List("codes", codes);
-    p.U32("code_status", codeStatus);
-}
-CMDDATA_DEFINE_FIELDS(CCmdDiagCodeListInfo)
-
 void CCmdDiagCodeListInfo::operator=(CGetDiagCodeRcv& source) {
     ConvertCodes(*this, source, &source.codeStatus, true);
 }
 void CCmdDiagCodeListInfo::operator=(CGetPendingCodeRcv& source) {
     ConvertCodes(*this, source, nullptr, true);
 }
-
-template <class P>
-void CCmdDiagDetailIdListInfo::Fields(P& p) {
-    InfoHeader(p);
-    p.U8("detail_kind", detailKind);
-    p.List("details", details);
-}
-CMDDATA_DEFINE_FIELDS(CCmdDiagDetailIdListInfo)
-
-template <class P>
-void CCmdDiagDetailListInfo::Fields(P& p) {
-    InfoHeader(p);
-    p.U32("detail_id", detailId);
-    p.List("frames", frames);
-}
-CMDDATA_DEFINE_FIELDS(CCmdDiagDetailListInfo)
-
-template <class P>
-void CCmdDiagDetailFrzFrmDatListInfo::Fields(P& p) {
-    InfoHeader(p);
-    p.U8("detail_number", detailNumber);
-    p.List("frames", frames);
-}
-CMDDATA_DEFINE_FIELDS(CCmdDiagDetailFrzFrmDatListInfo)
 
 // --- messages ---
 

@@ -2,7 +2,7 @@
 // and results, check modes and their frames, sleep-NG and Sp operate-control records.
 #include "cmddata/diagcode/emission.h"
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 // --- records ---
 

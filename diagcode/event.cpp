@@ -1,8 +1,8 @@
 // Event records, time stamps and the commands that read recorded events.
 #include "cmddata/diagcode/event.h"
 
-#include "../core/procs.h"
-#include "event_image.h"
+#include "cmddata_internal/event_image.h"
+#include "cmddata_internal/procs.h"
 
 namespace {
 const char* const kSixWords[6] = {"word_1", "word_2", "word_3", "word_4", "word_5", "word_6"};

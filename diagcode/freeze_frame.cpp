@@ -3,41 +3,14 @@
 
 #include <type_traits>
 
-#include "../core/procs.h"
+#include "cmddata_internal/frz_frm_lookup.h"
+#include "cmddata_internal/procs.h"
 
-namespace {
-// The one look-up of both freeze-frame records: every item whose identifier is id is converted,
-// and the last one wins (deliberately, the walk never stops early).
-template <class Items>
-std::int32_t LastMatchValue(const CCmdConversionTbl& table, const Items& items, char id) {
-    std::int32_t value = 0;
-    const auto wanted = static_cast<std::uint8_t>(id);
-    items.ForEach([&](const auto& item) {
-        if (item.itemId == wanted) value = table.Convert(item.rawValue);
-    });
-    return value;
-}
-
-template <class Items>
-const std::uint16_t* MatchText(const CCmdConversionTbl& table, const Items& items, char id) {
-    return table.FindText(static_cast<std::uint32_t>(LastMatchValue(table, items, id)));
-}
-
-const char* const kTimeStampNames[12] = {"frame_1", "frame_2",  "frame_3",  "frame_4",
-                                         "frame_5", "frame_6",  "frame_7",  "frame_8",
-                                         "frame_9", "frame_10", "frame_11", "frame_12"};
-}  // namespace
+using cmddata::detail::kTimeStampNames;
+using cmddata::detail::LastMatchValue;
+using cmddata::detail::MatchText;
 
 // --- items ---
-
-template <class P>
-void CCmdMultiData::Fields(P& p) {
-    p.Prefix(*this);
-    p.U32("raw_value", rawValue);
-    p.U8("item_id", itemId);  // declared after the data, sent before it
-    p.Buffer("data", data);
-}
-CMDDATA_DEFINE_FIELDS(CCmdMultiData)
 
 template <class P>
 void CCmdMultiDataEx::Fields(P& p) {
@@ -57,28 +30,6 @@ void CCmdMultiDataP5::Fields(P& p) {
 CMDDATA_DEFINE_FIELDS(CCmdMultiDataP5)
 
 // --- freeze-frame items ---
-
-template <class P>
-void CCmdFrzFrmDat::Fields(P& p) {
-    p.Prefix(*this);
-    p.Unsent("working_value", workingValue);
-    p.U16("item_number", itemNumber);
-    p.String("name", name);
-    p.String("unit", unit);
-    p.String("value_text", valueText);
-    p.U8("display_flag", displayFlag);
-    p.U8("valid_flag", validFlag);
-    p.Record("conversion", conversion);
-    p.List("items", items);
-}
-CMDDATA_DEFINE_FIELDS(CCmdFrzFrmDat)
-
-std::int32_t CCmdFrzFrmDat::GetValue(char id) const {
-    return LastMatchValue(conversion, items, id);
-}
-const std::uint16_t* CCmdFrzFrmDat::GetString(char id) const {
-    return MatchText(conversion, items, id);
-}
 
 // The extra value and flag are declared among the texts but travel after the items.
 template <class P>
@@ -123,33 +74,6 @@ void CCmdIsAbsFrzFrmDat::Fields(P& p) {
     p.U8("frame_count", frameCount);
 }
 CMDDATA_DEFINE_FIELDS(CCmdIsAbsFrzFrmDat)
-
-template <class P>
-void CCmdFrzFrmDatListInfo::Fields(P& p) {
-    InfoHeader(p);
-    p.U8("frame_number", frameNumber);
-    p.U16("record_number", recordNumber);
-    p.U32("diag_code", diagCode);
-    p.List("frames", frames);
-}
-CMDDATA_DEFINE_FIELDS(CCmdFrzFrmDatListInfo)
-
-template <class P>
-void CCmdMultiFrzFrmDatListInfo::Fields(P& p) {
-    InfoHeader(p);
-    p.U8("frame_number", frameNumber);
-    p.U8("frame_count", frameCount);
-    p.U8("frame_kind", frameKind);
-    p.List("frames", frames);
-}
-CMDDATA_DEFINE_FIELDS(CCmdMultiFrzFrmDatListInfo)
-
-template <class P>
-void CCmdAbsoluteTimeStampInfo::Fields(P& p) {
-    p.Prefix(*this);
-    for (int i = 0; i < kFrameCount; ++i) p.Record(kTimeStampNames[i], frames[i]);
-}
-CMDDATA_DEFINE_FIELDS(CCmdAbsoluteTimeStampInfo)
 
 template <class P>
 void CCmdAbsoluteTimeStampInfoP5::Fields(P& p) {

@@ -1,7 +1,7 @@
 // Direct diagnostic interfaces: creation and deletion requests, their answers and settings.
 #include "cmddata/direct/dmci_interface.h"
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 namespace {
 const char* const kOptionNames[4] = {"option_1", "option_2", "option_3", "option_4"};

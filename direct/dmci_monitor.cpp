@@ -1,7 +1,7 @@
 // Direct data monitor and active test: element records, requests and answers.
 #include "cmddata/direct/dmci_monitor.h"
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 namespace {
 const char* const kParameterNames[5] = {"parameter_1", "parameter_2", "parameter_3", "parameter_4",

@@ -1,7 +1,7 @@
 // PC monitor records and messages.
 #include "cmddata/direct/pc_monitor.h"
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 namespace {
 // Status word 3 of an answer; reading then sets status word 2 from it (1 when word 3 is not 0).

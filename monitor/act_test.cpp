@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <type_traits>
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 template <class P>
 void CCmdCustomValue::Fields(P& p) {

@@ -3,7 +3,7 @@
 
 #include <type_traits>
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 namespace {
 const char* const kWordNames[3] = {"word_1", "word_2", "word_3"};
@@ -18,31 +18,6 @@ const char* const kIdNames[3] = {"id_1", "id_2", "id_3"};
 }  // namespace
 
 // --- Records ---
-
-template <class P>
-void CCmdFuncDetail::Fields(P& p) {
-    p.Prefix(*this);
-    p.U16("detail_id", detailId);
-    p.U32("value", value);
-}
-CMDDATA_DEFINE_FIELDS(CCmdFuncDetail)
-
-template <class P>
-void CCmdFunc::Fields(P& p) {
-    p.Prefix(*this);
-    p.U16("function_id", functionId);
-    p.U32("attribute", attribute);  // declared after the name, sent before it
-    p.String("name", name);
-    p.List("details", details);
-}
-CMDDATA_DEFINE_FIELDS(CCmdFunc)
-
-template <class P>
-void CCmdEcuFuncListInfo::Fields(P& p) {
-    InfoHeader(p);
-    p.List("functions", functions);
-}
-CMDDATA_DEFINE_FIELDS(CCmdEcuFuncListInfo)
 
 template <class P>
 void CCmdFunction::Fields(P& p) {
@@ -121,22 +96,6 @@ void CCmdDiagMode::Fields(P& p) {
 CMDDATA_DEFINE_FIELDS(CCmdDiagMode)
 
 template <class P>
-void CCmdHelpInfo::Fields(P& p) {
-    p.Prefix(*this);
-    p.U8("kind", kind);
-    p.String("text", text);
-}
-CMDDATA_DEFINE_FIELDS(CCmdHelpInfo)
-
-template <class P>
-void CCmdOptionInfo::Fields(P& p) {
-    p.Prefix(*this);
-    p.String("name", name);
-    p.U16("option_id", optionId);
-}
-CMDDATA_DEFINE_FIELDS(CCmdOptionInfo)
-
-template <class P>
 void CCmdStringName::Fields(P& p) {
     p.Prefix(*this);
     p.String("name", name);
@@ -162,20 +121,6 @@ void CCmdIdSection::Fields(P& p) {
 CMDDATA_DEFINE_FIELDS(CCmdIdSection)
 
 // --- Layouts ---
-
-template <class P>
-void CCmdItemIdMessage::Fields(P& p) {
-    Header(p);
-    p.U16("item_id", itemId);
-}
-CMDDATA_DEFINE_FIELDS(CCmdItemIdMessage)
-
-template <class P>
-void CCmdSelectorMessage::Fields(P& p) {
-    Header(p);
-    p.U8("selector", selector);
-}
-CMDDATA_DEFINE_FIELDS(CCmdSelectorMessage)
 
 // --- Messages ---
 

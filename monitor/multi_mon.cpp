@@ -3,7 +3,8 @@
 
 #include <type_traits>
 
-#include "../core/procs.h"
+#include "cmddata_internal/ecu_entry.h"
+#include "cmddata_internal/procs.h"
 
 namespace {
 
@@ -13,19 +14,11 @@ public:
     explicit VersionPrefix(std::uint16_t version) : CCmdCore(version, 0) {}
 };
 
-// An ECU number, then one member through its own transfer, whatever its type: the ECU records
-// that carry a name and those that carry item identifiers share this.
-template <class P, class Member>
-void EcuAndMember(P& p, CCmdCore& self, std::uint32_t& ecuNumber, const char* name,
-                  Member& member) {
-    p.Prefix(self);
-    p.U32("ecu_number", ecuNumber);
-    p.Record(name, member);
-}
-
 const char* const kFuelValueNames[4] = {"value_1", "value_2", "value_3", "value_4"};
 
 }  // namespace
+
+using cmddata::detail::EcuAndMember;
 
 CCmdMultiMonMeasureInfo::CCmdMultiMonMeasureInfo(std::uint16_t version) {
     CCmdCore::operator=(VersionPrefix(version));
@@ -49,12 +42,6 @@ void CCmdMultiMonData::Fields(P& p) {
 CMDDATA_DEFINE_FIELDS(CCmdMultiMonData)
 
 template <class P>
-void CCmdCheckMultiMon::Fields(P& p) {
-    EcuAndMember(p, *this, ecuNumber, "item_ids", itemIds);
-}
-CMDDATA_DEFINE_FIELDS(CCmdCheckMultiMon)
-
-template <class P>
 void CCmdTrigger::Fields(P& p) {
     p.Prefix(*this);
     p.U16("item_id", itemId);
@@ -66,38 +53,6 @@ void CCmdTrigger::Fields(P& p) {
     p.U8("flags", flags);
 }
 CMDDATA_DEFINE_FIELDS(CCmdTrigger)
-
-// The version prefix alone of the header travels.
-template <class P>
-void CCmdTriggerInfo::Fields(P& p) {
-    p.Prefix(*this);
-    p.U16("trigger_mode", triggerMode);
-    p.U16("pre_trigger", preTrigger);
-    p.U16("post_trigger", postTrigger);
-}
-CMDDATA_DEFINE_FIELDS(CCmdTriggerInfo)
-
-template <class P>
-void CCmdParamSignalInfo::Fields(P& p) {
-    p.Prefix(*this);
-    p.U16("item_id", itemId);
-    p.U16("comparison", comparison);
-    p.U32("value", value);
-    p.U32("lower_value", lowerValue);
-    p.U32("upper_value", upperValue);
-}
-CMDDATA_DEFINE_FIELDS(CCmdParamSignalInfo)
-
-// The version prefix alone of the header travels.
-template <class P>
-void CCmdTriggerParam::Fields(P& p) {
-    p.Prefix(*this);
-    p.U16("trigger_mode", triggerMode);
-    p.U16("combination", combination);
-    p.List("signals", signals);
-    p.List("item_ids", itemIds);
-}
-CMDDATA_DEFINE_FIELDS(CCmdTriggerParam)
 
 template <class P>
 void CCmdFuelInfo::Fields(P& p) {

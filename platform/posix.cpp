@@ -12,8 +12,8 @@
 #include <mutex>
 #include <new>
 
-#include "ansi1252.h"
 #include "cmddata/platform/platform.h"
+#include "cmddata_internal/ansi1252.h"
 
 namespace cmddata {
 namespace platform {

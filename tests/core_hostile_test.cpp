@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 #include "helpers.h"
 
 using namespace testing_cmddata;

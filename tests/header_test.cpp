@@ -1,7 +1,7 @@
 // The message header, the header-with-prefix, and the three ways a message frames itself.
 #include <gtest/gtest.h>
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 #include "helpers.h"
 
 using namespace testing_cmddata;

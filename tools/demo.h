@@ -15,8 +15,8 @@
 #include <vector>
 
 #include "cmddata/command/catalogue.h"
-#include "cmddata/command/classes.h"
 #include "cmddata/core/core.h"
+#include "cmddata/table/classes.h"
 
 namespace cmdtool {
 

@@ -6,8 +6,8 @@
 #include <memory>
 
 #include "cmddata/command/catalogue.h"
-#include "cmddata/command/classes.h"
 #include "cmddata/core/core.h"
+#include "cmddata/table/classes.h"
 
 namespace cmdtool {
 

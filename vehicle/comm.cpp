@@ -2,7 +2,7 @@
 // set-up and cache messages.
 #include "cmddata/vehicle/comm.h"
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 namespace {
 const char* const kWordNames[CCmdRemoteProtInfo::kWordCount] = {"word_1", "word_2", "word_3",

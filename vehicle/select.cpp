@@ -1,22 +1,13 @@
 // Vehicle selection: records and messages.
 #include "cmddata/vehicle/select.h"
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 namespace {
 const char* const kSelectorNames[4] = {"selector_1", "selector_2", "selector_3", "selector_4"};
 }  // namespace
 
 // --- Records ---
-
-template <class P>
-void CCmdSelectName::Fields(P& p) {
-    p.Prefix(*this);
-    p.U16("first_value", firstValue);
-    p.U16("second_value", secondValue);
-    p.String("name", name);
-}
-CMDDATA_DEFINE_FIELDS(CCmdSelectName)
 
 template <class P>
 void CCmdSelectCategoryId::Fields(P& p) {
@@ -34,18 +25,6 @@ void CCmdCategoryItem::Fields(P& p) {
     p.U16("value", value);
 }
 CMDDATA_DEFINE_FIELDS(CCmdCategoryItem)
-
-template <class P>
-void CCmdSelectCarTypeVin::Fields(P& p) {
-    p.Prefix(*this);  // the header is never sent
-    p.String("text", text);
-    p.List("names", names);
-    p.List("car_info", carInfo);
-    p.List("options", options);
-    p.U16("first_value", firstValue);
-    p.U16("second_value", secondValue);
-}
-CMDDATA_DEFINE_FIELDS(CCmdSelectCarTypeVin)
 
 // --- Messages ---
 

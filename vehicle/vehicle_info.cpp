@@ -1,7 +1,7 @@
 // The vehicle-identity commands' field lists.
 #include "cmddata/vehicle/vehicle_info.h"
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 template <class P>
 void CGetCarInfoRcv::Fields(P& p) {

@@ -14,12 +14,12 @@
 // emptied, so that RemoveAll resets every field whatever the version. A field whose order differs
 // between reading and writing is one local branch: if (p.Reading()) ... else ...
 //
-// Every class that uses these macros is named in its family's class list (classes.def); the
-// build stops on one that is not.
+// Every class that defines its field list so is named in its family's class list (classes.def):
+// CMDDATA_DEFINE_FIELDS calls a function that only the class table defines, for the classes of
+// the lists, so the library does not link with a class that is not.
 #pragma once
 
 #include "cmddata/core/core.h"
-#include "cmddata/core/listed.h"
 
 namespace cmddata {
 class ReadProc;
@@ -34,11 +34,8 @@ class FieldProcessor;
 #define CMDDATA_LOCAL
 #endif
 
-/// Names the class and checks that its family's class list holds it.
-#define CMDDATA_CLASS_NAME(Class)                                                 \
-    static_assert(cmddata::detail::kListed<Class>, #Class                         \
-                  " is not in its family's class list: add a line for it to the " \
-                  "family's .def file");                                          \
+/// Names the class.
+#define CMDDATA_CLASS_NAME(Class) \
     static const char* TypeName() { return #Class; }
 
 /// Declares the field list of Class and the operations that come from it. It changes no access:

@@ -3,6 +3,9 @@
 //
 // Only the widths and order of the scalars and texts are fixed; their names say where they
 // stand, and their meaning belongs to the two processes.
+//
+// The records of this family that other families use too live in the records layer,
+// cmddata/records/diag_code.h, which this header includes.
 #pragma once
 
 #include <cstdint>
@@ -15,36 +18,8 @@
 #include "cmddata/core/list.h"
 #include "cmddata/core/scalar.h"
 #include "cmddata/diagcode/freeze_frame.h"
-#include "cmddata/monitor/datmon_records.h"
-
-/// One trouble code: number, code text, description, value, flag and status text; from version
-/// 2 two freeze frames with two words each, version 3 one more word, version 4 a third frame,
-/// version 5 a word and the absolute time stamps.
-///
-/// The four version tests are separate (2, 3, 4, 5, each "at least"); a record read as version
-/// 0 carries the first seven fields only. The code number is declared first but travels after
-/// the status text. The working value never travels: it is the owner's, 0 in a fresh or emptied
-/// record. Default version 1 (no other is given).
-class CMDDATA_API CCmdDiagCode : public CCmdCore {
-public:
-    CMDDATA_FIELDS(CCmdDiagCode)
-    explicit CCmdDiagCode(std::uint16_t version = 1) : CCmdCore(version, 0) {}
-    std::uint16_t codeNumber = 0;  // travels after statusText
-    CCmdString codeText;
-    std::uint32_t workingValue = 0;  // never travels
-    CCmdString description;
-    std::uint32_t codeValue = 0;
-    std::uint8_t flag = 0;
-    CCmdString statusText;
-    std::uint32_t firstFrameWords[2] = {0, 0};  // version 2 and later
-    CCmdFrzFrmDat firstFrame;
-    std::uint32_t secondFrameWords[2] = {0, 0};
-    CCmdFrzFrmDat secondFrame;
-    std::uint32_t extraWord = 0;      // version 3 and later
-    CCmdFrzFrmDat thirdFrame;         // version 4 and later
-    std::uint32_t timeStampWord = 0;  // version 5 and later, with timeStamps
-    CCmdAbsoluteTimeStampInfo timeStamps;
-};
+#include "cmddata/records/datmon_records.h"
+#include "cmddata/records/diag_code.h"
 
 /// The newer trouble code: three code words, three texts with a word after the first two, a
 /// class value and flag, two byte lists, the freeze frames as a list and as four fixed slots,
@@ -101,82 +76,6 @@ public:
     std::uint16_t itemNumber = 0;
     std::uint32_t extraWord = 0;
     CCmdList<CCmdHighlightSignal> highlights;
-};
-
-/// How many trouble codes an ECU holds, and a flag.
-class CMDDATA_API CCmdDiagCodeCount : public CCmdCore {
-public:
-    CMDDATA_FIELDS(CCmdDiagCodeCount)
-    CCmdDiagCodeCount() = default;
-    std::uint16_t count = 0;
-    std::uint8_t flag = 0;
-};
-
-/// One detail record of a trouble code: its identifier and two words.
-class CMDDATA_API CCmdDiagDetail : public CCmdCore {
-public:
-    CMDDATA_FIELDS(CCmdDiagDetail)
-    CCmdDiagDetail() = default;
-    std::uint32_t detailId = 0;
-    std::uint32_t firstWord = 0;
-    std::uint32_t secondWord = 0;
-};
-
-/// Trouble codes kept with the header of the answer that brought them: the kind asked for, the
-/// codes and the answer's status word.
-///
-/// Converts from the answers of GetDiagCode and GetPendingCode (and CGetDiagCodeRcv,
-/// CGetPendingCodeRcv and CGetPermanentCodeRcv convert back) through one routine: the header
-/// words as CCmdBaseInfo takes and gives them, a deep copy of the codes, and the status word
-/// where the answer carries one (GetDiagCode's). The kind is not in any answer: taking an
-/// answer leaves it 0. Default version 1 (no other is given).
-class CMDDATA_API CCmdDiagCodeListInfo : public CCmdBaseInfo {
-public:
-    CMDDATA_FIELDS(CCmdDiagCodeListInfo)
-    explicit CCmdDiagCodeListInfo(std::uint16_t version = 1) : CCmdBaseInfo(version, 0) {}
-    using CCmdBaseInfo::operator=;
-    /// Empties this record, then takes the answer's status words, identifier and thread id, its
-    /// codes (deep copy) and its status word; version and reserved word stay.
-    void operator=(CGetDiagCodeRcv& source);
-    /// As above; a pending-code answer has no status word, so it stays 0.
-    void operator=(CGetPendingCodeRcv& source);
-    std::uint32_t codeKind = 0;
-    CCmdList<CCmdDiagCode> codes;
-    std::uint32_t codeStatus = 0;
-};
-
-/// Detail identifiers of a trouble code, with the header of the answer that brought them.
-/// Default version 1 (no other is given).
-class CMDDATA_API CCmdDiagDetailIdListInfo : public CCmdBaseInfo {
-public:
-    CMDDATA_FIELDS(CCmdDiagDetailIdListInfo)
-    explicit CCmdDiagDetailIdListInfo(std::uint16_t version = 1) : CCmdBaseInfo(version, 0) {}
-    using CCmdBaseInfo::operator=;
-    std::uint8_t detailKind = 0;
-    CCmdList<CCmdDiagDetail> details;
-};
-
-/// The freeze frames of one detail record, with the header of the answer that brought them.
-/// Default version 1 (no other is given).
-class CMDDATA_API CCmdDiagDetailListInfo : public CCmdBaseInfo {
-public:
-    CMDDATA_FIELDS(CCmdDiagDetailListInfo)
-    explicit CCmdDiagDetailListInfo(std::uint16_t version = 1) : CCmdBaseInfo(version, 0) {}
-    using CCmdBaseInfo::operator=;
-    std::uint32_t detailId = 0;
-    CCmdList<CCmdFrzFrmDat> frames;
-};
-
-/// The freeze frames of one detail number, with the header of the answer that brought them.
-/// Default version 1 (no other is given).
-class CMDDATA_API CCmdDiagDetailFrzFrmDatListInfo : public CCmdBaseInfo {
-public:
-    CMDDATA_FIELDS(CCmdDiagDetailFrzFrmDatListInfo)
-    explicit CCmdDiagDetailFrzFrmDatListInfo(std::uint16_t version = 1)
-        : CCmdBaseInfo(version, 0) {}
-    using CCmdBaseInfo::operator=;
-    std::uint8_t detailNumber = 0;
-    CCmdList<CCmdFrzFrmDat> frames;
 };
 
 /// The body the trouble-code answers share: the header, then the codes. The answers of

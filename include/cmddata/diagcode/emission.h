@@ -18,9 +18,9 @@
 #include "cmddata/core/list.h"
 #include "cmddata/core/scalar.h"
 #include "cmddata/diagcode/freeze_frame.h"
-#include "cmddata/monitor/datmon_records.h"
-#include "cmddata/monitor/function.h"
-#include "cmddata/vehicle/ecu.h"
+#include "cmddata/records/datmon_records.h"
+#include "cmddata/records/ecu.h"
+#include "cmddata/records/function.h"
 
 /// The data of one oxygen sensor: a freeze frame, then three words with a number after each of
 /// the first two (values[0], numbers[0], values[1], numbers[1], values[2] on the wire).

@@ -18,11 +18,11 @@
 #include "cmddata/core/list.h"
 #include "cmddata/core/scalar.h"
 #include "cmddata/diagcode/freeze_frame.h"
-#include "cmddata/monitor/datmon_records.h"
-#include "cmddata/monitor/function.h"
-#include "cmddata/monitor/multi_mon.h"
-#include "cmddata/vehicle/ecu.h"
-#include "cmddata/vehicle/select.h"
+#include "cmddata/records/datmon_records.h"
+#include "cmddata/records/ecu.h"
+#include "cmddata/records/function.h"
+#include "cmddata/records/multi_mon.h"
+#include "cmddata/records/select.h"
 
 // --- records ---
 

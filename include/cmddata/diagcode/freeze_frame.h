@@ -1,5 +1,8 @@
 // Freeze frames: the values an ECU stored when a trouble code was set, the records that hold
 // them, the look-ups that turn an item into a number or a text, and the messages that fetch them.
+//
+// The records of this family that other families use too live in the records layer,
+// cmddata/records/freeze_frame.h, which this header includes.
 #pragma once
 
 #include <cstdint>
@@ -10,19 +13,8 @@
 #include "cmddata/core/fields.h"
 #include "cmddata/core/list.h"
 #include "cmddata/core/scalar.h"
-#include "cmddata/monitor/conversion.h"
-
-/// One stored item of a freeze frame: raw value, item identifier and the raw data bytes.
-///
-/// The data bytes are declared before the identifier but travel after it.
-class CMDDATA_API CCmdMultiData : public CCmdCore {
-public:
-    CMDDATA_FIELDS(CCmdMultiData)
-    CCmdMultiData() = default;
-    std::uint32_t rawValue = 0;
-    CCmdBuffer data;
-    std::uint8_t itemId = 0;
-};
+#include "cmddata/records/conversion.h"
+#include "cmddata/records/freeze_frame.h"
 
 /// A stored item with a 64-bit raw value.
 class CMDDATA_API CCmdMultiDataEx : public CCmdCore {
@@ -41,30 +33,6 @@ public:
     std::uint32_t rawValue = 0;
     std::uint8_t itemId = 0;
     std::uint32_t status = 0;
-};
-
-/// One freeze-frame item: number, name/unit/value texts, flags, conversion table and the stored
-/// items. GetValue/GetString convert the item with a given identifier through the table.
-class CMDDATA_API CCmdFrzFrmDat : public CCmdCore {
-public:
-    CMDDATA_FIELDS(CCmdFrzFrmDat)
-    CCmdFrzFrmDat() = default;
-    std::uint16_t itemNumber = 0;
-    std::uint32_t workingValue = 0;  // the owner's scratch value; never travels
-    CCmdString name;
-    CCmdString unit;
-    CCmdString valueText;  // text the ECU side already formatted, if any
-    std::uint8_t displayFlag = 0;
-    std::uint8_t validFlag = 0;
-    CCmdConversionTbl conversion;
-    CCmdList<CCmdMultiData> items;
-
-    /// The converted value of the item whose identifier is id; the last such item wins. 0 when
-    /// there is no such item (indistinguishable from a value that converts to 0).
-    std::int32_t GetValue(char id) const;
-    /// The display text whose match value equals GetValue(id) (the first such entry), or null.
-    /// The text belongs to this record and lives until it changes.
-    const std::uint16_t* GetString(char id) const;
 };
 
 /// The newer freeze-frame item: as CCmdFrzFrmDat with two texts, an extra value and flag (which
@@ -108,39 +76,6 @@ public:
     CCmdString name;
     std::uint8_t isAbsolute = 0;
     std::uint8_t frameCount = 0;
-};
-
-/// The freeze frames of one trouble code, with the header of the answer that brought them.
-class CMDDATA_API CCmdFrzFrmDatListInfo : public CCmdBaseInfo {
-public:
-    CMDDATA_FIELDS(CCmdFrzFrmDatListInfo)
-    explicit CCmdFrzFrmDatListInfo(std::uint16_t version = 1) : CCmdBaseInfo(version, 0) {}
-    using CCmdBaseInfo::operator=;
-    std::uint8_t frameNumber = 0;
-    std::uint16_t recordNumber = 0;
-    std::uint32_t diagCode = 0;
-    CCmdList<CCmdFrzFrmDat> frames;
-};
-
-/// Freeze frames of several records, with the header of the answer that brought them.
-class CMDDATA_API CCmdMultiFrzFrmDatListInfo : public CCmdBaseInfo {
-public:
-    CMDDATA_FIELDS(CCmdMultiFrzFrmDatListInfo)
-    explicit CCmdMultiFrzFrmDatListInfo(std::uint16_t version = 1) : CCmdBaseInfo(version, 0) {}
-    using CCmdBaseInfo::operator=;
-    std::uint8_t frameNumber = 0;
-    std::uint8_t frameCount = 0;
-    std::uint8_t frameKind = 0;
-    CCmdList<CCmdFrzFrmDat> frames;
-};
-
-/// Twelve freeze-frame items, one per absolute time stamp.
-class CMDDATA_API CCmdAbsoluteTimeStampInfo : public CCmdCore {
-public:
-    CMDDATA_FIELDS(CCmdAbsoluteTimeStampInfo)
-    static constexpr int kFrameCount = 12;
-    explicit CCmdAbsoluteTimeStampInfo(std::uint16_t version = 1) : CCmdCore(version, 0) {}
-    CCmdFrzFrmDat frames[kFrameCount];
 };
 
 /// Six newer freeze-frame items, one per absolute time stamp.

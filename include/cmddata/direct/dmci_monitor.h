@@ -13,7 +13,7 @@
 #include "cmddata/core/list.h"
 #include "cmddata/core/scalar.h"
 #include "cmddata/direct/dmci_interface.h"
-#include "cmddata/monitor/datmon_records.h"
+#include "cmddata/records/datmon_records.h"
 
 /// One packed monitor request: its identifier and the request bytes sent as they are.
 /// Fields chosen by this library: version prefix, u32 identifier, buffer.

@@ -15,10 +15,10 @@
 #include "cmddata/core/list.h"
 #include "cmddata/core/result.h"
 #include "cmddata/core/scalar.h"
-#include "cmddata/diagcode/freeze_frame.h"
-#include "cmddata/monitor/conversion.h"
-#include "cmddata/monitor/datmon_records.h"
 #include "cmddata/monitor/function.h"
+#include "cmddata/records/conversion.h"
+#include "cmddata/records/datmon_records.h"
+#include "cmddata/records/freeze_frame.h"
 
 // --- Records ---
 

@@ -9,7 +9,7 @@
 #include "cmddata/core/fields.h"
 #include "cmddata/core/list.h"
 #include "cmddata/core/scalar.h"
-#include "cmddata/monitor/datmon_records.h"
+#include "cmddata/records/datmon_records.h"
 
 /// One selectable value of a customize item: its number and text; from version 2 a display
 /// order, from version 3 the value's bytes. Default version 3.

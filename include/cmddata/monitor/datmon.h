@@ -6,7 +6,7 @@
 #include "cmddata/command/layouts.h"
 #include "cmddata/core/list.h"
 #include "cmddata/core/scalar.h"
-#include "cmddata/monitor/datmon_records.h"
+#include "cmddata/records/datmon_records.h"
 
 /// Asks for the monitor items an ECU offers (header only).
 class CMDDATA_API CGetDatMonListSnd

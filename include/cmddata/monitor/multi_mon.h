@@ -1,5 +1,8 @@
 // Multi-monitor: recording the data of several ECUs at once, its triggers and how long a planned
 // recording runs; and the data monitor's frame check, whose answer carries the same measure.
+//
+// The records of this family that other families use too live in the records layer,
+// cmddata/records/multi_mon.h, which this header includes.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +12,8 @@
 #include "cmddata/core/fields.h"
 #include "cmddata/core/list.h"
 #include "cmddata/core/scalar.h"
-#include "cmddata/monitor/datmon_records.h"
+#include "cmddata/records/datmon_records.h"
+#include "cmddata/records/multi_mon.h"
 
 /// The size of a planned recording: sample period (ms), size of one sample and the capacity
 /// available, in the sample size's unit.
@@ -44,23 +48,6 @@ public:
     CCmdString ecuName;
 };
 
-/// One ECU of a planned recording with the items to record (the transfer of CCmdMultiMonData,
-/// with the item list in place of the name).
-class CMDDATA_API CCmdCheckMultiMon : public CCmdCore {
-public:
-    CMDDATA_FIELDS(CCmdCheckMultiMon)
-    CCmdCheckMultiMon() = default;
-    std::uint32_t ecuNumber = 0;
-    CCmdList<CCmdWordId> itemIds;
-};
-
-/// One ECU of a recording to start with its items; the layout of CCmdCheckMultiMon.
-class CMDDATA_API CCmdStartMultiMon : public CCmdCheckMultiMon {
-public:
-    CMDDATA_SAME_LAYOUT(CCmdStartMultiMon)
-    CCmdStartMultiMon() = default;
-};
-
 /// One item that can trigger a recording: identifier, name and its trigger settings.
 class CMDDATA_API CCmdTrigger : public CCmdCore {
 public:
@@ -73,41 +60,6 @@ public:
     std::uint8_t comparison = 0;
     std::uint32_t dataLength = 0;
     std::uint8_t flags = 0;
-};
-
-/// Trigger settings: three words. Built on the header (identifier 5, version 1), yet only the
-/// version prefix and the three words travel: no header word is sent (10 bytes).
-class CMDDATA_API CCmdTriggerInfo : public CCmdBase {
-public:
-    CMDDATA_FIELDS(CCmdTriggerInfo)
-    CCmdTriggerInfo() : CCmdBase(5, 1, 0) {}
-    std::uint16_t triggerMode = 0;
-    std::uint16_t preTrigger = 0;
-    std::uint16_t postTrigger = 0;
-};
-
-/// One signal of a trigger parameter.
-class CMDDATA_API CCmdParamSignalInfo : public CCmdCore {
-public:
-    CMDDATA_FIELDS(CCmdParamSignalInfo)
-    CCmdParamSignalInfo() = default;
-    std::uint16_t itemId = 0;
-    std::uint16_t comparison = 0;
-    std::uint32_t value = 0;
-    std::uint32_t lowerValue = 0;
-    std::uint32_t upperValue = 0;
-};
-
-/// Trigger parameters: two words, the signals and the items. Built on the header (identifier
-/// 6, version 1), yet only the version prefix and its own fields travel.
-class CMDDATA_API CCmdTriggerParam : public CCmdBase {
-public:
-    CMDDATA_FIELDS(CCmdTriggerParam)
-    CCmdTriggerParam() : CCmdBase(6, 1, 0) {}
-    std::uint16_t triggerMode = 0;
-    std::uint16_t combination = 0;
-    CCmdList<CCmdParamSignalInfo> signals;
-    CCmdList<CCmdWordId> itemIds;
 };
 
 /// Fuel settings of the fuel variant (version argument, default 1; no version tests).

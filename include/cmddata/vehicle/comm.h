@@ -16,7 +16,7 @@
 #include "cmddata/core/fields.h"
 #include "cmddata/core/list.h"
 #include "cmddata/core/scalar.h"
-#include "cmddata/direct/frame.h"
+#include "cmddata/records/frame.h"
 
 // --- records ---
 

@@ -5,6 +5,9 @@
 // The selectors, values, flags and words are carried, not interpreted; their names say where
 // they stand, their meaning belongs to the two processes. No class here tests its version: a
 // version only travels in version prefixes.
+//
+// The records of this family that other families use too live in the records layer,
+// cmddata/records/select.h, which this header includes.
 #pragma once
 
 #include <cstdint>
@@ -15,22 +18,13 @@
 #include "cmddata/core/fields.h"
 #include "cmddata/core/list.h"
 #include "cmddata/core/scalar.h"
-#include "cmddata/monitor/datmon_records.h"
-#include "cmddata/monitor/function.h"
-#include "cmddata/vehicle/car_info.h"
+#include "cmddata/records/car_info.h"
+#include "cmddata/records/datmon_records.h"
+#include "cmddata/records/function.h"
+#include "cmddata/records/select.h"
 #include "cmddata/vehicle/ecu.h"
 
 // --- Records ---
-
-/// A candidate name of a selection: two words and the name.
-class CMDDATA_API CCmdSelectName : public CCmdCore {
-public:
-    CMDDATA_FIELDS(CCmdSelectName)
-    CCmdSelectName() = default;
-    std::uint16_t firstValue = 0;
-    std::uint16_t secondValue = 0;
-    CCmdString name;
-};
 
 /// A category asked for: two words.
 class CMDDATA_API CCmdSelectCategoryId : public CCmdCore {
@@ -49,21 +43,6 @@ public:
     CCmdList<CCmdItemName> items;
     CCmdString name;
     std::uint16_t value = 0;
-};
-
-/// A VIN selection result kept in memory: a text, the candidate names, the vehicle information,
-/// the options and two words. Built on the header (identifier 1, version 1), yet only its
-/// version prefix and its own fields travel: no header word is sent.
-class CMDDATA_API CCmdSelectCarTypeVin : public CCmdBase {
-public:
-    CMDDATA_FIELDS(CCmdSelectCarTypeVin)
-    CCmdSelectCarTypeVin() : CCmdBase(1, 1, 0) {}
-    CCmdString text;
-    CCmdList<CCmdSelectName> names;
-    CCmdList<CCmdCarInfo> carInfo;
-    CCmdList<CCmdOptionInfo> options;
-    std::uint16_t firstValue = 0;
-    std::uint16_t secondValue = 0;
 };
 
 // --- Messages ---

@@ -8,7 +8,7 @@
 #include "cmddata/core/buffer.h"
 #include "cmddata/core/list.h"
 #include "cmddata/core/scalar.h"
-#include "cmddata/vehicle/car_info.h"
+#include "cmddata/records/car_info.h"
 
 /// Asks for vehicle information items by id.
 class CMDDATA_API CGetCarInfoSnd

@@ -1,5 +1,5 @@
 // The fixed in-memory images that the event records move as one block (field operation Image;
-// the mechanism is in core/procs.h, the conversion table's image in frz_frm_image.h).
+// the mechanism is in procs.h, the conversion table's image in frz_frm_image.h).
 // Library-internal.
 //
 // As there, each Image mirrors the layout a 32-bit build gives the object, with fixed-width
@@ -24,10 +24,10 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "../core/procs.h"
 #include "cmddata/core/scalar.h"
 #include "cmddata/diagcode/freeze_frame.h"
-#include "frz_frm_image.h"
+#include "cmddata_internal/frz_frm_image.h"
+#include "cmddata_internal/procs.h"
 
 namespace cmddata {
 

@@ -1,5 +1,5 @@
 // The fixed in-memory images of the freeze-frame records, for the fields that move a whole
-// freeze frame as one block (field operation Image; the mechanism is in core/procs.h).
+// freeze frame as one block (field operation Image; the mechanism is in procs.h).
 // Library-internal.
 //
 // Both ends agree on the layout a 32-bit build gives the objects: 4-byte pointers and type
@@ -30,9 +30,9 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "../core/procs.h"
 #include "cmddata/diagcode/freeze_frame.h"
-#include "cmddata/monitor/conversion.h"
+#include "cmddata/records/conversion.h"
+#include "cmddata_internal/procs.h"
 
 namespace cmddata {
 

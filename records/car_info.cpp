@@ -1,10 +1,10 @@
 // Vehicle information items and their numeric accessors.
-#include "cmddata/vehicle/car_info.h"
+#include "cmddata/records/car_info.h"
 
 #include <cstdlib>
 #include <cstring>
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 namespace {
 // CCmdCarInfo and CCmdCarIdInf share one layout: version prefix, u16 id, then one nested

@@ -10,7 +10,8 @@
 #include "cmddata/core/describe.h"
 #include "cmddata/core/fields.h"
 #include "cmddata/core/list.h"
-#include "transfer.h"
+#include "cmddata_internal/listed.h"
+#include "cmddata_internal/transfer.h"
 
 /// Messages reset their header words in RemoveAll (the header overload lives with CCmdBase).
 inline void CmdDataResetHeader(CCmdCore*) {}
@@ -534,8 +535,9 @@ void FieldProcessor::Image(const char* name, T& object) {
 
 }  // namespace cmddata
 
-/// Defines Read, Write, RemoveAll, Visit and the processor entry points of Class from its one
-/// field list. Put it after the definition of Class::Fields.
+/// Defines Read, Write, RemoveAll, Visit and the processor entry points of Class from its
+/// one field list. Put it after the definition of Class::Fields. Visit calls the listed
+/// check (listed.h): Class must be in its family's class list.
 #define CMDDATA_DEFINE_FIELDS(Class)                                    \
     void Class::Read(CCmdReader& reader) {                              \
         cmddata::ReadProc p(reader);                                    \
@@ -550,6 +552,9 @@ void FieldProcessor::Image(const char* name, T& object) {
         cmddata::ResetProc p;                                           \
         Fields(p);                                                      \
     }                                                                   \
-    void Class::Visit(cmddata::FieldProcessor& p) { Fields(p); }        \
+    void Class::Visit(cmddata::FieldProcessor& p) {                    \
+        cmddata::detail::ListedInItsFamilyList<Class>();                \
+        Fields(p);                                                      \
+    }                                                                   \
     void CmdDataFields(cmddata::ReadProc& p, Class& o) { o.Fields(p); } \
     void CmdDataFields(cmddata::WriteProc& p, Class& o) { o.Fields(p); }

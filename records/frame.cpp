@@ -1,10 +1,10 @@
 // Raw frame records: the variable-length frames with their held bytes, CAN frames and CAN
 // conversion results.
-#include "cmddata/direct/frame.h"
+#include "cmddata/records/frame.h"
 
 #include <cstring>
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 using cmddata::detail::BlockAlloc;
 using cmddata::detail::BlockRelease;

@@ -1,13 +1,30 @@
-// The class table, expanded once from the family class lists.
-#include "cmddata/command/classes.h"
+// The class table, expanded once from the family class lists; it sits above every family. It also
+// defines the listed check (cmddata_internal/listed.h) for each class of the lists, and only for
+// them.
+#include "cmddata/table/classes.h"
 
 #include <memory>
 #include <new>
 #include <type_traits>
 
 #include "cmddata/cmddata.h"
+#include "cmddata_internal/listed.h"
 
 namespace cmddata {
+
+namespace detail {
+template <class T>
+void ListedInItsFamilyList() {}
+
+#define CMDDATA_RECORD(Class) template void ListedInItsFamilyList<::Class>();
+#define CMDDATA_LAYOUT(Class) CMDDATA_RECORD(Class)
+#define CMDDATA_MESSAGES(Command) CMDDATA_RECORD(C##Command##Snd) CMDDATA_RECORD(C##Command##Rcv)
+#include "cmddata/classes.def"
+#undef CMDDATA_RECORD
+#undef CMDDATA_LAYOUT
+#undef CMDDATA_MESSAGES
+}  // namespace detail
+
 namespace {
 
 template <class T>

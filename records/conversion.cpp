@@ -1,11 +1,11 @@
 // Conversion tables and their display entries.
-#include "cmddata/monitor/conversion.h"
+#include "cmddata/records/conversion.h"
 
 #include <cstdint>
 
 #include <type_traits>
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 template <class P>
 void CCmdDispInfo::Fields(P& p) {

@@ -1,9 +1,9 @@
 // Data-monitor records.
-#include "cmddata/monitor/datmon_records.h"
+#include "cmddata/records/datmon_records.h"
 
 #include <type_traits>
 
-#include "../core/procs.h"
+#include "cmddata_internal/procs.h"
 
 namespace {
 const char* const kAttributeNames[5] = {"attribute_1", "attribute_2", "attribute_3", "attribute_4",
