@@ -5,12 +5,6 @@
 #include "cmddata_internal/procs.h"
 
 namespace {
-const char* const kSixWords[6] = {"word_1", "word_2", "word_3", "word_4", "word_5", "word_6"};
-const char* const kExtraWordNames[CCmdCurrentTimeAnswer::kExtraWords] = {
-    "extra_word_1", "extra_word_2", "extra_word_3", "extra_word_4"};
-const char* const kCurrentTimeNames[CGetAnalyzeWorkFactorRoBRcv::kTimeCount] = {
-    "current_time_1", "current_time_2", "current_time_3"};
-
 // The fields the work-factor analyses of every generation carry after their own opening.
 template <class P, class A>
 void AnalysisFields(P& p, A& a) {
@@ -194,8 +188,7 @@ void CCmdCurrentTimeAnswer::Fields(P& p) {
     p.U32("time_word", timeWord);
     p.Record("first_frame", firstFrame);
     p.Record("second_frame", secondFrame);
-    if (p.Since(*this, 2))
-        for (int i = 0; i < kExtraWords; ++i) p.U32(kExtraWordNames[i], extraWords[i]);
+    if (p.Since(*this, 2)) p.Array("extra_words", extraWords);
 }
 CMDDATA_DEFINE_FIELDS(CCmdCurrentTimeAnswer)
 
@@ -264,7 +257,7 @@ void CGetAnalyzeWorkFactorRcv::Fields(P& p) {
     Header(p);
     p.List("analyses", analyses);
     p.List("current_times", currentTimes);
-    for (int i = 0; i < kWordCount; ++i) p.U16(kSixWords[i], words[i]);
+    p.Array("words", words);
     p.U8("flag", flag);
     p.List("stamped_analyses", stampedAnalyses);
     p.Record("time_stamps", timeStamps);
@@ -336,8 +329,8 @@ template <class P>
 void CGetAnalyzeWorkFactorRoBRcv::Fields(P& p) {
     Header(p);
     p.List("analyses", analyses);
-    for (int i = 0; i < kTimeCount; ++i) p.Record(kCurrentTimeNames[i], currentTimes[i]);
-    for (int i = 0; i < kWordCount; ++i) p.U16(kSixWords[i], words[i]);
+    p.Array("current_times", currentTimes);
+    p.Array("words", words);
 }
 CMDDATA_DEFINE_FIELDS(CGetAnalyzeWorkFactorRoBRcv)
 
@@ -418,11 +411,9 @@ CMDDATA_DEFINE_FIELDS(CGetPCSFuncListRcv)
 
 template <class P>
 void CGetPCSReadTimeSnd::Fields(P& p) {
-    static const char* const names[kByteListCount] = {"byte_list_1", "byte_list_2", "byte_list_3",
-                                                      "byte_list_4"};
     Header(p);
     p.List("ecus", ecus);
-    for (int i = 0; i < kByteListCount; ++i) p.List(names[i], byteLists[i]);
+    p.Array("byte_lists", byteLists);
     p.U8("first_kind", firstKind);
     p.U8("second_kind", secondKind);
 }
@@ -430,11 +421,8 @@ CMDDATA_DEFINE_FIELDS(CGetPCSReadTimeSnd)
 
 template <class P>
 void CGetPCSReadTimeRcv::Fields(P& p) {
-    static const char* const names[kTimeCount] = {"time_1", "time_2",  "time_3",  "time_4",
-                                                  "time_5", "time_6",  "time_7",  "time_8",
-                                                  "time_9", "time_10", "time_11", "time_12"};
     Header(p);
-    for (int i = 0; i < kTimeCount; ++i) p.U32(names[i], times[i]);
+    p.Array("times", times);
 }
 CMDDATA_DEFINE_FIELDS(CGetPCSReadTimeRcv)
 

@@ -6,7 +6,6 @@
 #include "cmddata_internal/frz_frm_lookup.h"
 #include "cmddata_internal/procs.h"
 
-using cmddata::detail::kTimeStampNames;
 using cmddata::detail::LastMatchValue;
 using cmddata::detail::MatchText;
 
@@ -78,7 +77,7 @@ CMDDATA_DEFINE_FIELDS(CCmdIsAbsFrzFrmDat)
 template <class P>
 void CCmdAbsoluteTimeStampInfoP5::Fields(P& p) {
     p.Prefix(*this);
-    for (int i = 0; i < kFrameCount; ++i) p.Record(kTimeStampNames[i], frames[i]);
+    p.Array("frames", frames);
 }
 CMDDATA_DEFINE_FIELDS(CCmdAbsoluteTimeStampInfoP5)
 

@@ -3,11 +3,7 @@
 
 #include "cmddata_internal/procs.h"
 
-namespace {
-const char* const kOptionNames[4] = {"option_1", "option_2", "option_3", "option_4"};
-const char* const kParameterNames[7] = {"parameter_1", "parameter_2", "parameter_3", "parameter_4",
-                                        "parameter_5", "parameter_6", "parameter_7"};
-}  // namespace
+namespace {}  // namespace
 
 // No version prefix: two bare words.
 template <class P>
@@ -35,8 +31,8 @@ CMDDATA_DEFINE_FIELDS(CCmdDmciWord)
 template <class P>
 void CCmdDmciBusInterface::Fields(P& p) {
     Header(p);
-    for (int i = 0; i < 2; ++i) p.U8(kOptionNames[i], options[i]);
-    for (int i = 0; i < 7; ++i) p.U32(kParameterNames[i], parameters[i]);
+    p.Array("options", options);
+    p.Array("parameters", parameters);
 }
 CMDDATA_DEFINE_FIELDS(CCmdDmciBusInterface)
 
@@ -45,7 +41,7 @@ void CDmciCreateIsoDiagInterfaceSnd::Fields(P& p) {
     Header(p);
     p.String("name", name);
     p.List("settings", settings);
-    for (int i = 0; i < 4; ++i) p.U32(kParameterNames[i], parameters[i]);
+    p.Array("parameters", parameters);
 }
 CMDDATA_DEFINE_FIELDS(CDmciCreateIsoDiagInterfaceSnd)
 
@@ -53,7 +49,7 @@ template <class P>
 void CDmciCreateVpwDiagInterfaceSnd::Fields(P& p) {
     Header(p);
     p.String("name", name);
-    for (int i = 0; i < 2; ++i) p.U32(kParameterNames[i], parameters[i]);
+    p.Array("parameters", parameters);
 }
 CMDDATA_DEFINE_FIELDS(CDmciCreateVpwDiagInterfaceSnd)
 
@@ -63,7 +59,7 @@ void CDmciCreatePwmDiagInterfaceSnd::Fields(P& p) {
     p.String("name", name);
     p.Buffer("setup_bytes", setupBytes);
     p.List("settings", settings);
-    for (int i = 0; i < 2; ++i) p.U32(kParameterNames[i], parameters[i]);
+    p.Array("parameters", parameters);
 }
 CMDDATA_DEFINE_FIELDS(CDmciCreatePwmDiagInterfaceSnd)
 
@@ -78,7 +74,7 @@ CMDDATA_DEFINE_FIELDS(CDmciCreateDLC12InterfaceSnd)
 template <class P>
 void CDmciCreatePsaDiagInterfaceSnd::Fields(P& p) {
     Header(p);
-    for (int i = 0; i < 4; ++i) p.U8(kOptionNames[i], options[i]);
-    for (int i = 0; i < 5; ++i) p.U32(kParameterNames[i], parameters[i]);
+    p.Array("options", options);
+    p.Array("parameters", parameters);
 }
 CMDDATA_DEFINE_FIELDS(CDmciCreatePsaDiagInterfaceSnd)

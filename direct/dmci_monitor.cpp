@@ -3,12 +3,7 @@
 
 #include "cmddata_internal/procs.h"
 
-namespace {
-const char* const kParameterNames[5] = {"parameter_1", "parameter_2", "parameter_3", "parameter_4",
-                                        "parameter_5"};
-const char* const kRawNames[5] = {"raw_data_1", "raw_data_2", "raw_data_3", "raw_data_4",
-                                  "raw_data_5"};
-}  // namespace
+namespace {}  // namespace
 
 template <class P>
 void CCmdModeA1::Fields(P& p) {
@@ -86,7 +81,7 @@ template <class P>
 void CDmciDataMonitorSetupPairSnd::Fields(P& p) {
     Header(p);
     p.U32("status_word_4", status_[3]);
-    for (int i = 0; i < 2; ++i) p.U32(kParameterNames[i], parameters[i]);
+    p.Array("parameters", parameters);
     p.List("pairs", pairs);
     p.U32("standard_parameter", standardParameter);
     p.List("standard_values", standardValues);
@@ -99,7 +94,7 @@ template <class P>
 void CDmciDataMonitorSetupDtcSnd::Fields(P& p) {
     Header(p);
     p.U32("status_word_4", status_[3]);
-    for (int i = 0; i < 2; ++i) p.U32(kParameterNames[i], parameters[i]);
+    p.Array("parameters", parameters);
     p.Buffer("codes", codes);
     p.U32("standard_parameter", standardParameter);
     p.List("standard_values", standardValues);
@@ -146,7 +141,7 @@ void CDmciGetMonitorDataRcv::Fields(P& p) {
     Header(p);
     p.U32("status_word_3", status_[2]);
     p.List("values", values);
-    for (int i = 0; i < 5; ++i) p.Buffer(kRawNames[i], rawData[i]);
+    p.Array("raw_data", rawData);
     p.U32("result", result);
 }
 CMDDATA_DEFINE_FIELDS(CDmciGetMonitorDataRcv)
@@ -163,21 +158,21 @@ CMDDATA_DEFINE_FIELDS(CDmciActiveTestStartSnd)
 template <class P>
 void CDmciActiveTestStopSnd::Fields(P& p) {
     Header(p);
-    for (int i = 0; i < 2; ++i) p.U32(kParameterNames[i], parameters[i]);
+    p.Array("parameters", parameters);
 }
 CMDDATA_DEFINE_FIELDS(CDmciActiveTestStopSnd)
 
 template <class P>
 void CDmciIDMapAppendSnd::Fields(P& p) {
     Header(p);
-    for (int i = 0; i < 5; ++i) p.U32(kParameterNames[i], parameters[i]);
+    p.Array("parameters", parameters);
 }
 CMDDATA_DEFINE_FIELDS(CDmciIDMapAppendSnd)
 
 template <class P>
 void CDmciSetNegCountSnd::Fields(P& p) {
     Header(p);
-    for (int i = 0; i < 3; ++i) p.U32(kParameterNames[i], parameters[i]);
+    p.Array("parameters", parameters);
 }
 CMDDATA_DEFINE_FIELDS(CDmciSetNegCountSnd)
 

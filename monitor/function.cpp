@@ -5,17 +5,7 @@
 
 #include "cmddata_internal/procs.h"
 
-namespace {
-const char* const kWordNames[3] = {"word_1", "word_2", "word_3"};
-const char* const kValueNames[2] = {"value_1", "value_2"};
-const char* const kLinkNames[2] = {"link_1", "link_2"};
-const char* const kOptionNames[7] = {"option_1", "option_2", "option_3", "option_4",
-                                     "option_5", "option_6", "option_7"};
-const char* const kSettingNames[12] = {"setting_1", "setting_2",  "setting_3",  "setting_4",
-                                       "setting_5", "setting_6",  "setting_7",  "setting_8",
-                                       "setting_9", "setting_10", "setting_11", "setting_12"};
-const char* const kIdNames[3] = {"id_1", "id_2", "id_3"};
-}  // namespace
+namespace {}  // namespace
 
 // --- Records ---
 
@@ -23,18 +13,16 @@ template <class P>
 void CCmdFunction::Fields(P& p) {
     p.Prefix(*this);
     p.String("name", name);
-    for (int i = 0; i < 3; ++i) p.U16(kWordNames[i], words[i]);
-    for (int i = 0; i < 2; ++i) p.U32(kValueNames[i], values[i]);
+    p.Array("words", words);
+    p.Array("values", values);
     if (p.Since(*this, 2)) p.U16("kind", kind);
-    if (p.Since(*this, 3))
-        for (int i = 0; i < 2; ++i) p.U32(kLinkNames[i], links[i]);
-    if (p.Since(*this, 4))
-        for (int i = 0; i < 4; ++i) p.U32(kOptionNames[i], options[i]);
+    if (p.Since(*this, 3)) p.Array("links", links);
+    if (p.Since(*this, 4)) p.Array("options", options);
     if (p.Since(*this, 5)) p.U32("extension", extension);
     if (p.Since(*this, 6)) {
         // The same member again: a reader keeps the second copy.
         p.U32("extension_again", extension);
-        for (int i = 0; i < 12; ++i) p.U16(kSettingNames[i], settings[i]);
+        p.Array("settings", settings);
         p.U32("flags", flags);
     }
 }
@@ -55,8 +43,7 @@ void CCmdIdCodeFunc::Fields(P& p) {
         p.U32("target_flags", targetFlags);
     }
     if (p.Since(*this, 3)) p.U32("display_order", displayOrder);
-    if (p.Since(*this, 4))
-        for (int i = 0; i < 4; ++i) p.U32(kOptionNames[i], options[i]);
+    if (p.Since(*this, 4)) p.Array("options", options);
 }
 CMDDATA_DEFINE_FIELDS(CCmdIdCodeFunc)
 
@@ -64,10 +51,10 @@ template <class P>
 void CCmdIdCodeFunction::Fields(P& p) {
     p.Prefix(*this);
     p.String("name", name);
-    for (int i = 0; i < 3; ++i) p.U16(kIdNames[i], ids[i]);
-    for (int i = 0; i < 2; ++i) p.U32(kValueNames[i], values[i]);
+    p.Array("ids", ids);
+    p.Array("values", values);
     p.U16("kind", kind);
-    for (int i = 0; i < 7; ++i) p.U32(kOptionNames[i], options[i]);
+    p.Array("options", options);
 }
 CMDDATA_DEFINE_FIELDS(CCmdIdCodeFunction)
 

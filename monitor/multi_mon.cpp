@@ -14,8 +14,6 @@ public:
     explicit VersionPrefix(std::uint16_t version) : CCmdCore(version, 0) {}
 };
 
-const char* const kFuelValueNames[4] = {"value_1", "value_2", "value_3", "value_4"};
-
 }  // namespace
 
 using cmddata::detail::EcuAndMember;
@@ -57,7 +55,7 @@ CMDDATA_DEFINE_FIELDS(CCmdTrigger)
 template <class P>
 void CCmdFuelInfo::Fields(P& p) {
     p.Prefix(*this);
-    for (int i = 0; i < 4; ++i) p.U32(kFuelValueNames[i], values[i]);
+    p.Array("values", values);
     p.U16("fuel_kind", fuelKind);
     p.U8("unit", unit);
     p.U8("flags", flags);

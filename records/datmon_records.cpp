@@ -5,11 +5,7 @@
 
 #include "cmddata_internal/procs.h"
 
-namespace {
-const char* const kAttributeNames[5] = {"attribute_1", "attribute_2", "attribute_3", "attribute_4",
-                                        "attribute_5"};
-const char* const kOptionNames[4] = {"option_1", "option_2", "option_3", "option_4"};
-}  // namespace
+namespace {}  // namespace
 
 template <class P>
 void CCmdDatMonData::Fields(P& p) {
@@ -18,10 +14,10 @@ void CCmdDatMonData::Fields(P& p) {
     p.String("name", name);
     p.String("unit", unit);
     p.String("note", note);
-    for (int i = 0; i < 5; ++i) p.U32(kAttributeNames[i], attributes[i]);
+    p.Array("attributes", attributes);
     p.U8("display_kind", displayKind);
     p.U16("data_length", dataLength);
-    for (int i = 0; i < 4; ++i) p.U32(kOptionNames[i], options[i]);
+    p.Array("options", options);
 }
 CMDDATA_DEFINE_FIELDS(CCmdDatMonData)
 
@@ -122,7 +118,6 @@ void CCmdLinkName::Fields(P& p) {
         p.U32("target_flags", targetFlags);
     }
     if (p.Since(*this, 3)) p.U32("display_order", displayOrder);
-    if (p.Since(*this, 4))
-        for (int i = 0; i < 4; ++i) p.U32(kOptionNames[i], options[i]);
+    if (p.Since(*this, 4)) p.Array("options", options);
 }
 CMDDATA_DEFINE_FIELDS(CCmdLinkName)

@@ -10,10 +10,7 @@ using cmddata::detail::BlockAlloc;
 using cmddata::detail::BlockRelease;
 using cmddata::detail::BlockRetain;
 
-namespace {
-const char* const kDataNames[8] = {"data_0", "data_1", "data_2", "data_3",
-                                   "data_4", "data_5", "data_6", "data_7"};
-}  // namespace
+namespace {}  // namespace
 
 CCmdFrameBytes::Block::Block(const Block& other) : data_(other.data_), size_(other.size_) {
     BlockRetain(data_);
@@ -93,7 +90,7 @@ void SCmdCanMsg::Fields(P& p) {
     p.U32("can_id", canId);
     p.U16("first_word", firstWord);
     p.U16("second_word", secondWord);
-    for (int i = 0; i < 8; ++i) p.U8(kDataNames[i], data[i]);
+    p.Array("data", data);
 }
 CMDDATA_DEFINE_FIELDS(SCmdCanMsg)
 

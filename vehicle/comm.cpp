@@ -4,10 +4,7 @@
 
 #include "cmddata_internal/procs.h"
 
-namespace {
-const char* const kWordNames[CCmdRemoteProtInfo::kWordCount] = {"word_1", "word_2", "word_3",
-                                                                "word_4", "word_5", "word_6"};
-}  // namespace
+namespace {}  // namespace
 
 // --- records ---
 
@@ -24,7 +21,7 @@ void CCmdRemoteProtInfo::Fields(P& p) {
     p.Prefix(*this);
     p.U16("protocol", protocol);
     p.U8("kind", kind);
-    for (int i = 0; i < kWordCount; ++i) p.U16(kWordNames[i], words[i]);
+    p.Array("words", words);
 }
 CMDDATA_DEFINE_FIELDS(CCmdRemoteProtInfo)
 

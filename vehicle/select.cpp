@@ -3,9 +3,7 @@
 
 #include "cmddata_internal/procs.h"
 
-namespace {
-const char* const kSelectorNames[4] = {"selector_1", "selector_2", "selector_3", "selector_4"};
-}  // namespace
+namespace {}  // namespace
 
 // --- Records ---
 
@@ -125,7 +123,7 @@ template <class P>
 void CSetVehicleInfoForVehicleIdSnd::Fields(P& p) {
     Header(p);
     p.List("item_ids", itemIds);
-    for (int i = 0; i < 4; ++i) p.U16(kSelectorNames[i], selectors[i]);
+    p.Array("selectors", selectors);
 }
 CMDDATA_DEFINE_FIELDS(CSetVehicleInfoForVehicleIdSnd)
 

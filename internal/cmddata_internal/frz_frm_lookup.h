@@ -1,5 +1,5 @@
 // What the freeze-frame records of the records layer and of the trouble-code family share: the
-// item look-up through a conversion table and the names of the time-stamp slots.
+// item look-up through a conversion table.
 #pragma once
 
 #include <cstdint>
@@ -25,10 +25,6 @@ template <class Items>
 const std::uint16_t* MatchText(const CCmdConversionTbl& table, const Items& items, char id) {
     return table.FindText(static_cast<std::uint32_t>(LastMatchValue(table, items, id)));
 }
-
-inline const char* const kTimeStampNames[12] = {"frame_1", "frame_2",  "frame_3",  "frame_4",
-                                                "frame_5", "frame_6",  "frame_7",  "frame_8",
-                                                "frame_9", "frame_10", "frame_11", "frame_12"};
 
 }  // namespace detail
 }  // namespace cmddata
