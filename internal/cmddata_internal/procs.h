@@ -119,7 +119,7 @@ void ReadBytes(CCmdBuffer& b, CCmdReader& reader, X& x) {
         return;
     }
     data = BlockAlloc(size);
-    if (data == nullptr) {  // the bytes stay unread, as the format has it
+    if (data == nullptr) {  // the bytes stay unread: later fields read from here
         size = 0;
         return;
     }
@@ -552,7 +552,7 @@ void FieldProcessor::Image(const char* name, T& object) {
         cmddata::ResetProc p;                                           \
         Fields(p);                                                      \
     }                                                                   \
-    void Class::Visit(cmddata::FieldProcessor& p) {                    \
+    void Class::Visit(cmddata::FieldProcessor& p) {                     \
         cmddata::detail::ListedInItsFamilyList<Class>();                \
         Fields(p);                                                      \
     }                                                                   \

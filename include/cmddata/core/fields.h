@@ -10,8 +10,9 @@
 //     CMDDATA_DEFINE_FIELDS(Class)
 //
 // Read, Write and RemoveAll are processors over that list, and so is every other job (the
-// tools' walks, the fill, the probes), run through Visit (processor.h). Since() is the one version test: true while the object is being
-// emptied, so that RemoveAll resets every field whatever the version. A field whose order differs
+// tools' walks, the fill, the probes), run through Visit (processor.h). Since() is the one
+// version test: true while the object is being emptied, so that RemoveAll resets every field
+// whatever the version. A field whose order differs
 // between reading and writing is one local branch: if (p.Reading()) ... else ...
 //
 // Every class that defines its field list so is named in its family's class list (classes.def):

@@ -24,7 +24,7 @@
 /// identifier and status words of a category never reach the region, so a category read from a
 /// peer keeps the ones it held. RemoveAll empties the payload and leaves the header words, as
 /// the category list does (nothing states otherwise for the category itself, and its header words
-/// are no part of what it carries). Default version 1 (no other is given).
+/// are no part of what it carries). Default version 1.
 class CMDDATA_API CCmdCanBusCategoryInfo : public CCmdBaseInfo {
 public:
     CMDDATA_FIELDS(CCmdCanBusCategoryInfo)
@@ -40,8 +40,7 @@ public:
 /// The categories of one check.
 ///
 /// Like the category record, only the version prefix of its header travels, then the
-/// categories; RemoveAll frees the categories and leaves the header words. Default version 1 (no
-/// other is given).
+/// categories; RemoveAll frees the categories and leaves the header words. Default version 1.
 class CMDDATA_API CCmdCanBusCategoryList : public CCmdBaseInfo {
 public:
     CMDDATA_FIELDS(CCmdCanBusCategoryList)
@@ -57,7 +56,7 @@ public:
 
 /// One result of the gateway bus check: two words, a first text, three words, a second text, a
 /// word, a flag, a word, a second flag, a word, a number, a last word and a freeze frame, with
-/// the header of the answer that brought it. Default version 1 (no other is given).
+/// the header of the answer that brought it. Default version 1.
 class CMDDATA_API CCmdCGWCanBusCheckInfo : public CCmdBaseInfo {
 public:
     CMDDATA_FIELDS(CCmdCGWCanBusCheckInfo)
@@ -78,7 +77,7 @@ public:
 };
 
 /// One category of the gateway bus check: three words, a name, a word, a second text and a
-/// flag, with the header of the answer that brought it. Default version 1 (no other is given).
+/// flag, with the header of the answer that brought it. Default version 1.
 class CMDDATA_API CCmdCGWCanBusCtgrInfo : public CCmdBaseInfo {
 public:
     CMDDATA_FIELDS(CCmdCGWCanBusCtgrInfo)
@@ -92,7 +91,7 @@ public:
 };
 
 /// One selectable option of the gateway check: its number, a value and its name. Default
-/// version 1 (no other is given).
+/// version 1.
 class CMDDATA_API CCmdCGWOptionInfo : public CCmdCore {
 public:
     CMDDATA_FIELDS(CCmdCGWOptionInfo)
@@ -102,8 +101,7 @@ public:
     CCmdString name;
 };
 
-/// One trouble code found on the bus: code text and description. Default version 1 (no other
-/// is given).
+/// One trouble code found on the bus: code text and description. Default version 1.
 class CMDDATA_API CCmdCanDiagCode : public CCmdCore {
 public:
     CMDDATA_FIELDS(CCmdCanDiagCode)
@@ -112,8 +110,7 @@ public:
     CCmdString description;
 };
 
-/// The trouble codes of one bus: a word, the bus's name and its codes. Default version 1 (no
-/// other is given).
+/// The trouble codes of one bus: a word, the bus's name and its codes. Default version 1.
 class CMDDATA_API CCmdCanDiagList : public CCmdCore {
 public:
     CMDDATA_FIELDS(CCmdCanDiagList)

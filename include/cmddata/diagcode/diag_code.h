@@ -26,13 +26,13 @@
 /// a trailer of four scalars and the absolute time stamps. No version tests: every field always
 /// travels.
 ///
-/// Two quirks are kept as the format has them. The class value and flag cross: writing sends
-/// the class value (u32) then the flag (u8), reading takes one byte into the flag and then four
-/// into the class value, so a record written and read back does not reproduce them. The four
-/// slots travel as the 144-byte in-memory image of a CCmdFrzFrmDatP5, not through its own
+/// Two quirks are kept on purpose, as deployed processes have them. The class value and flag cross:
+/// writing sends the class value (u32) then the flag (u8), reading takes one byte into the flag and
+/// then four into the class value, so a record written and read back does not reproduce them. The
+/// four slots travel as the 144-byte in-memory image of a CCmdFrzFrmDatP5, not through its own
 /// fields: only its scalars and version prefixes arrive, its texts, conversion entries and items
 /// arrive empty (the layout is documented beside the library's image description). Default version
-/// 1 (no other is given).
+/// 1.
 class CMDDATA_API CCmdDiagCodeP5 : public CCmdCore {
 public:
     CMDDATA_FIELDS(CCmdDiagCodeP5)
@@ -61,8 +61,7 @@ public:
 };
 
 /// What is known about one trouble code: code text, value, description, kind, status, flag,
-/// item number, a further word and the signals to highlight. Default version 1 (no other is
-/// given).
+/// item number, a further word and the signals to highlight. Default version 1.
 class CMDDATA_API CCmdDiagCodeInfo : public CCmdCore {
 public:
     CMDDATA_FIELDS(CCmdDiagCodeInfo)

@@ -5,7 +5,7 @@
 //
 // Only the widths and order of the scalars and texts are fixed; their names say where they
 // stand, and their meaning (units, check-mode codes, the MIL word) belongs to the two processes.
-// Records are built with version 1: no other is given.
+// Records are built with version 1 by default.
 #pragma once
 
 #include <cstdint>

@@ -68,16 +68,16 @@ public:
     std::uint16_t itemNumber = 0;
 };
 
-/// A current-time entry of the Dcm generation. Its fields are not given by the format; it is
-/// chosen to carry those of CCmdCurrentTimeData, whose code it shares.
+/// A current-time entry of the Dcm generation. This library gives it the fields
+/// of CCmdCurrentTimeData and shares that class's code, so both generations read alike.
 class CMDDATA_API CCmdCurrentTimeDataDcm : public CCmdCurrentTimeData {
 public:
     CMDDATA_SAME_LAYOUT(CCmdCurrentTimeDataDcm)
     CCmdCurrentTimeDataDcm() = default;
 };
 
-/// One work factor: its number, value and name. The fields are not given by the format; this
-/// is the chosen layout (version prefix, u16, u32, text).
+/// One work factor: its number, value and name. Its layout is this library's own:
+/// version prefix, u16, u32, text.
 class CMDDATA_API CCmdWrkFctData : public CCmdCore {
 public:
     CMDDATA_FIELDS(CCmdWrkFctData)
@@ -99,8 +99,8 @@ public:
     CCmdList<CCmdWrkFctData> factors;
 };
 
-/// A work-factor analysis with its time stamp. The fields are not given by the format; it is
-/// chosen to carry those of CCmdAnlzWrkFctData followed by a u32 time stamp.
+/// A work-factor analysis with its time stamp. This library lays it out as
+/// CCmdAnlzWrkFctData followed by a u32 time stamp.
 class CMDDATA_API CCmdAnlzWrkFctDataTS : public CCmdAnlzWrkFctData {
 public:
     CMDDATA_FIELDS(CCmdAnlzWrkFctDataTS)
@@ -108,17 +108,16 @@ public:
     std::uint32_t timeStamp = 0;
 };
 
-/// A work-factor analysis of the Dcm generation. Its fields are not given by the format; it is
-/// chosen to carry those of CCmdAnlzWrkFctData, whose code it shares.
+/// A work-factor analysis of the Dcm generation. This library gives it the
+/// fields of CCmdAnlzWrkFctData and shares that class's code.
 class CMDDATA_API CCmdAnlzWrkFctDataDcm : public CCmdAnlzWrkFctData {
 public:
     CMDDATA_SAME_LAYOUT(CCmdAnlzWrkFctDataDcm)
     CCmdAnlzWrkFctDataDcm() = default;
 };
 
-/// A work factor kept with the header of the answer that brought it (record on behaviour). The
-/// fields are not given by the format; it is chosen to carry those of CCmdWrkFctData behind the
-/// header with its version prefix.
+/// A work factor kept with the header of the answer that brought it (record on behaviour). This
+/// library lays it out as the fields of CCmdWrkFctData behind the header with its version prefix.
 class CMDDATA_API CCmdWrkFctDataRoB : public CCmdBaseInfo {
 public:
     CMDDATA_FIELDS(CCmdWrkFctDataRoB)
@@ -129,8 +128,8 @@ public:
     CCmdString name;
 };
 
-/// A work factor of the Dcm P5 generation, kept with a header; the layout of CCmdWrkFctDataRoB
-/// (chosen, as the format gives no fields), whose code it shares.
+/// A work factor of the Dcm P5 generation, kept with a header; it shares the layout and the code
+/// of CCmdWrkFctDataRoB.
 class CMDDATA_API CCmdWrkFctDataDcmP5 : public CCmdWrkFctDataRoB {
 public:
     CMDDATA_SAME_LAYOUT(CCmdWrkFctDataDcmP5)
@@ -138,9 +137,8 @@ public:
     using CCmdWrkFctDataRoB::operator=;
 };
 
-/// A work-factor analysis kept with a header (record on behaviour). The fields are not given by
-/// the format; it is chosen to carry those of CCmdAnlzWrkFctData behind the header, with
-/// factors of its own generation.
+/// A work-factor analysis kept with a header (record on behaviour). This library lays it out as
+/// the fields of CCmdAnlzWrkFctData behind the header, with factors of its own generation.
 class CMDDATA_API CCmdAnlzWrkFctDataRoB : public CCmdBaseInfo {
 public:
     CMDDATA_FIELDS(CCmdAnlzWrkFctDataRoB)
@@ -167,8 +165,8 @@ public:
     CCmdList<CCmdWrkFctDataDcmP5> factors;
 };
 
-/// A current-time entry kept with a header (record on behaviour); chosen to carry the fields of
-/// CCmdCurrentTimeData behind the header, as the format gives none.
+/// A current-time entry kept with a header (record on behaviour); this library lays it out as the
+/// fields of CCmdCurrentTimeData behind the header.
 class CMDDATA_API CCmdCurrentTimeDataRoB : public CCmdBaseInfo {
 public:
     CMDDATA_FIELDS(CCmdCurrentTimeDataRoB)
@@ -194,8 +192,8 @@ public:
 /// One recorded behaviour: code text, number and value, a description, flags and words, three
 /// freeze frames with their times, the absolute time stamps and a data record.
 ///
-/// The last nested record is not named by the format; it is chosen to be the behaviour's
-/// CCmdBehaviorDataRecord. Every frame here travels through its own fields.
+/// The last nested record is the behaviour's CCmdBehaviorDataRecord, the record this library
+/// pairs with the others. Every frame here travels through its own fields.
 class CMDDATA_API CCmdBehaviorCode : public CCmdCore {
 public:
     CMDDATA_FIELDS(CCmdBehaviorCode)
@@ -218,7 +216,7 @@ public:
 };
 
 /// One sub-function of record on behaviour: its number, whether it is supported and its name.
-/// The fields are not given by the format; this is the chosen layout (prefix, u16, u8, text).
+/// Its layout is this library's own: prefix, u16, u8, text.
 class CMDDATA_API CCmdSubFunctionInfo : public CCmdCore {
 public:
     CMDDATA_FIELDS(CCmdSubFunctionInfo)
@@ -228,8 +226,8 @@ public:
     CCmdString name;
 };
 
-/// One drive-recorder record: its number, time, trigger and name. The fields are not given by
-/// the format; this is the chosen layout (prefix, u32, u32, u8, text).
+/// One drive-recorder record: its number, time, trigger and name. Its layout is this library's
+/// own: prefix, u32, u32, u8, text.
 class CMDDATA_API CCmdDdrInfo : public CCmdCore {
 public:
     CMDDATA_FIELDS(CCmdDdrInfo)
@@ -240,8 +238,8 @@ public:
     CCmdString name;
 };
 
-/// One drive-recorder record of the ADS generation; chosen to carry the fields of CCmdDdrInfo,
-/// whose code it shares, as the format gives none.
+/// One drive-recorder record of the ADS generation; this library gives it the fields of
+/// CCmdDdrInfo and shares that class's code.
 class CMDDATA_API CCmdADSDdrInfo : public CCmdDdrInfo {
 public:
     CMDDATA_SAME_LAYOUT(CCmdADSDdrInfo)
@@ -249,7 +247,7 @@ public:
 };
 
 /// The drive-recorder data that depends on a management number: the number and its CSV text.
-/// The fields are not given by the format; this is the chosen layout (prefix, u32, text).
+/// Its layout is this library's own: prefix, u32, text.
 class CMDDATA_API CCmdDdrCSVDataDependSpecMngNo : public CCmdCore {
 public:
     CMDDATA_FIELDS(CCmdDdrCSVDataDependSpecMngNo)
@@ -258,8 +256,8 @@ public:
     CCmdString csvText;
 };
 
-/// The security access of one ECU: its number, the access level and the method. The fields are
-/// not given by the format; this is the chosen layout (prefix, u32, u8, u16).
+/// The security access of one ECU: its number, the access level and the method. Its layout is
+/// this library's own: prefix, u32, u8, u16.
 class CMDDATA_API CCmdSecurityAccessInfo : public CCmdCore {
 public:
     CMDDATA_FIELDS(CCmdSecurityAccessInfo)
@@ -676,9 +674,8 @@ public:
     CCmdList<CCmdSecurityAccessInfo> securityAccess;
 };
 
-/// Asks for the PCS read times: five lists, then two bytes. The format names the lists only as
-/// an ECU list and four byte lists; the ECU list is chosen to travel first, then the four byte
-/// lists in member order.
+/// Asks for the PCS read times: five lists, then two bytes. The ECU list travels first, then the
+/// four byte lists in member order: the order this library keeps for them.
 class CMDDATA_API CGetPCSReadTimeSnd : public CCmdSnd<cmddata::command::GetPCSReadTime> {
 public:
     CMDDATA_MESSAGE(CGetPCSReadTimeSnd)

@@ -25,7 +25,7 @@ class CGetPendingCodeRcv;
 /// The four version tests are separate (2, 3, 4, 5, each "at least"); a record read as version
 /// 0 carries the first seven fields only. The code number is declared first but travels after
 /// the status text. The working value never travels: it is the owner's, 0 in a fresh or emptied
-/// record. Default version 1 (no other is given).
+/// record. Default version 1.
 class CMDDATA_API CCmdDiagCode : public CCmdCore {
 public:
     CMDDATA_FIELDS(CCmdDiagCode)
@@ -73,7 +73,7 @@ public:
 /// CGetPendingCodeRcv and CGetPermanentCodeRcv convert back) through one routine: the header
 /// words as CCmdBaseInfo takes and gives them, a deep copy of the codes, and the status word
 /// where the answer carries one (GetDiagCode's). The kind is not in any answer: taking an
-/// answer leaves it 0. Default version 1 (no other is given).
+/// answer leaves it 0. Default version 1.
 class CMDDATA_API CCmdDiagCodeListInfo : public CCmdBaseInfo {
 public:
     CMDDATA_FIELDS(CCmdDiagCodeListInfo)
@@ -90,7 +90,7 @@ public:
 };
 
 /// Detail identifiers of a trouble code, with the header of the answer that brought them.
-/// Default version 1 (no other is given).
+/// Default version 1.
 class CMDDATA_API CCmdDiagDetailIdListInfo : public CCmdBaseInfo {
 public:
     CMDDATA_FIELDS(CCmdDiagDetailIdListInfo)
@@ -101,7 +101,7 @@ public:
 };
 
 /// The freeze frames of one detail record, with the header of the answer that brought them.
-/// Default version 1 (no other is given).
+/// Default version 1.
 class CMDDATA_API CCmdDiagDetailListInfo : public CCmdBaseInfo {
 public:
     CMDDATA_FIELDS(CCmdDiagDetailListInfo)
@@ -112,7 +112,7 @@ public:
 };
 
 /// The freeze frames of one detail number, with the header of the answer that brought them.
-/// Default version 1 (no other is given).
+/// Default version 1.
 class CMDDATA_API CCmdDiagDetailFrzFrmDatListInfo : public CCmdBaseInfo {
 public:
     CMDDATA_FIELDS(CCmdDiagDetailFrzFrmDatListInfo)

@@ -20,8 +20,7 @@
 
 // --- records ---
 
-/// One communication configuration entry: its identifier and value. Default version 1 (no other
-/// is given).
+/// One communication configuration entry: its identifier and value. Default version 1.
 class CMDDATA_API CCmdCommConfig : public CCmdCore {
 public:
     CMDDATA_FIELDS(CCmdCommConfig)
