@@ -232,16 +232,6 @@ public:
     CCmdList<CCmdCGWCanBusCheckInfo> results;
 };
 
-/// Asks to connect to the ECUs on the bus (header only).
-class CMDDATA_API CGetCanBusEcuConnectSnd
-    : public CCmdSnd<cmddata::command::GetCanBusEcuConnect, CCmdHeaderOnly> {
-public:
-    CMDDATA_MESSAGE_LAYOUT(CGetCanBusEcuConnectSnd)
-};
-
-/// The outcome of the connection, in the status words (header only).
-class CMDDATA_API CGetCanBusEcuConnectRcv
-    : public CCmdRcv<cmddata::command::GetCanBusEcuConnect, CCmdHeaderOnly> {
-public:
-    CMDDATA_MESSAGE_LAYOUT(CGetCanBusEcuConnectRcv)
-};
+/// Request: asks to connect to the ECUs on the bus (header only).
+/// Answer: the outcome of the connection, in the status words (header only).
+CMDDATA_HEADER_ONLY_COMMAND(GetCanBusEcuConnect);

@@ -240,19 +240,9 @@ public:
     CCmdList<CCmdDiagCodeP5> codes;
 };
 
-/// Asks to clear the trouble codes, the second clearing command (header only).
-class CMDDATA_API CDelDiagCodeForMazdaVehicleSnd
-    : public CCmdSnd<cmddata::command::DelDiagCodeForMazdaVehicle, CCmdHeaderOnly> {
-public:
-    CMDDATA_MESSAGE_LAYOUT(CDelDiagCodeForMazdaVehicleSnd)
-};
-
-/// The outcome of the second clearing command, in the status words (header only).
-class CMDDATA_API CDelDiagCodeForMazdaVehicleRcv
-    : public CCmdRcv<cmddata::command::DelDiagCodeForMazdaVehicle, CCmdHeaderOnly> {
-public:
-    CMDDATA_MESSAGE_LAYOUT(CDelDiagCodeForMazdaVehicleRcv)
-};
+/// Request: asks to clear the trouble codes, the second clearing command (header only).
+/// Answer: the outcome of the second clearing command, in the status words (header only).
+CMDDATA_HEADER_ONLY_COMMAND(DelDiagCodeForMazdaVehicle);
 
 /// Asks for one newer trouble code with its freeze frames: a code word, the frame numbers and
 /// item numbers wanted (as bytes), and a further word.

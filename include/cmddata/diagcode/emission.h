@@ -181,19 +181,9 @@ public:
     CCmdList<CCmdFrzFrmDat> records;
 };
 
-/// Asks to delete the Sp operate-control records (header only).
-class CMDDATA_API CDelSpOperateCtrlRecordSnd
-    : public CCmdSnd<cmddata::command::DelSpOperateCtrlRecord, CCmdHeaderOnly> {
-public:
-    CMDDATA_MESSAGE_LAYOUT(CDelSpOperateCtrlRecordSnd)
-};
-
-/// The outcome of the deletion, in the status words (header only).
-class CMDDATA_API CDelSpOperateCtrlRecordRcv
-    : public CCmdRcv<cmddata::command::DelSpOperateCtrlRecord, CCmdHeaderOnly> {
-public:
-    CMDDATA_MESSAGE_LAYOUT(CDelSpOperateCtrlRecordRcv)
-};
+/// Request: asks to delete the Sp operate-control records (header only).
+/// Answer: the outcome of the deletion, in the status words (header only).
+CMDDATA_HEADER_ONLY_COMMAND(DelSpOperateCtrlRecord);
 
 /// Asks for the sleep-NG records (header only).
 class CMDDATA_API CGetSleepNgSnd : public CCmdSnd<cmddata::command::GetSleepNg, CCmdHeaderOnly> {

@@ -442,19 +442,9 @@ public:
     CCmdList<CCmdSubFunctionInfo> subFunctions;
 };
 
-/// Asks to clear the recorded behaviours (header only).
-class CMDDATA_API CDelRecordOnBehaviorSnd
-    : public CCmdSnd<cmddata::command::DelRecordOnBehavior, CCmdHeaderOnly> {
-public:
-    CMDDATA_MESSAGE_LAYOUT(CDelRecordOnBehaviorSnd)
-};
-
-/// The outcome of clearing the recorded behaviours, in the status words (header only).
-class CMDDATA_API CDelRecordOnBehaviorRcv
-    : public CCmdRcv<cmddata::command::DelRecordOnBehavior, CCmdHeaderOnly> {
-public:
-    CMDDATA_MESSAGE_LAYOUT(CDelRecordOnBehaviorRcv)
-};
+/// Request: asks to clear the recorded behaviours (header only).
+/// Answer: the outcome of clearing the recorded behaviours, in the status words (header only).
+CMDDATA_HEADER_ONLY_COMMAND(DelRecordOnBehavior);
 
 /// Asks for the drive-recorder information (version prefix, then the header alone).
 class CMDDATA_API CGetDdrInfoSnd : public CCmdSnd<cmddata::command::GetDdrInfo, CCmdHeaderOnly> {

@@ -260,19 +260,9 @@ public:
     std::uint32_t result = 0;
 };
 
-/// Stops the repair-time test (header only).
-class CMDDATA_API CRepairStopActTstSnd
-    : public CCmdSnd<cmddata::command::RepairStopActTst, CCmdHeaderOnly> {
-public:
-    CMDDATA_MESSAGE_LAYOUT(CRepairStopActTstSnd)
-};
-
-/// Outcome of stopping the repair-time test (header only).
-class CMDDATA_API CRepairStopActTstRcv
-    : public CCmdRcv<cmddata::command::RepairStopActTst, CCmdHeaderOnly> {
-public:
-    CMDDATA_MESSAGE_LAYOUT(CRepairStopActTstRcv)
-};
+/// Request: stops the repair-time test (header only).
+/// Answer: outcome of stopping the repair-time test (header only).
+CMDDATA_HEADER_ONLY_COMMAND(RepairStopActTst);
 
 /// Initialises several tests (the version does not travel).
 class CMDDATA_API CGetMultiActTstInitSnd

@@ -50,17 +50,9 @@ public:
     CMDDATA_MESSAGE_LAYOUT(CStartDatMonRcv)
 };
 
-/// Stops the monitor (header only).
-class CMDDATA_API CStopDatMonSnd : public CCmdSnd<cmddata::command::StopDatMon, CCmdHeaderOnly> {
-public:
-    CMDDATA_MESSAGE_LAYOUT(CStopDatMonSnd)
-};
-
-/// Outcome of stopping the monitor (header only).
-class CMDDATA_API CStopDatMonRcv : public CCmdRcv<cmddata::command::StopDatMon, CCmdHeaderOnly> {
-public:
-    CMDDATA_MESSAGE_LAYOUT(CStopDatMonRcv)
-};
+/// Request: stops the monitor (header only).
+/// Answer: outcome of stopping the monitor (header only).
+CMDDATA_HEADER_ONLY_COMMAND(StopDatMon);
 
 /// Asks for the full description of the listed signals.
 class CMDDATA_API CGetDatMonSignalInfoSnd

@@ -50,33 +50,13 @@ public:
 
 // --- messages ---
 
-/// Starts the tester-present keep-alive (header only).
-class CMDDATA_API CStartTesterPresentSnd
-    : public CCmdSnd<cmddata::command::StartTesterPresent, CCmdHeaderOnly> {
-public:
-    CMDDATA_MESSAGE_LAYOUT(CStartTesterPresentSnd)
-};
+/// Request: starts the tester-present keep-alive (header only).
+/// Answer: the outcome of starting the keep-alive, in the status words (header only).
+CMDDATA_HEADER_ONLY_COMMAND(StartTesterPresent);
 
-/// The outcome of starting the keep-alive, in the status words (header only).
-class CMDDATA_API CStartTesterPresentRcv
-    : public CCmdRcv<cmddata::command::StartTesterPresent, CCmdHeaderOnly> {
-public:
-    CMDDATA_MESSAGE_LAYOUT(CStartTesterPresentRcv)
-};
-
-/// Stops the tester-present keep-alive (header only).
-class CMDDATA_API CStopTesterPresentSnd
-    : public CCmdSnd<cmddata::command::StopTesterPresent, CCmdHeaderOnly> {
-public:
-    CMDDATA_MESSAGE_LAYOUT(CStopTesterPresentSnd)
-};
-
-/// The outcome of stopping the keep-alive (header only).
-class CMDDATA_API CStopTesterPresentRcv
-    : public CCmdRcv<cmddata::command::StopTesterPresent, CCmdHeaderOnly> {
-public:
-    CMDDATA_MESSAGE_LAYOUT(CStopTesterPresentRcv)
-};
+/// Request: stops the tester-present keep-alive (header only).
+/// Answer: the outcome of stopping the keep-alive (header only).
+CMDDATA_HEADER_ONLY_COMMAND(StopTesterPresent);
 
 /// Selects an ECU's bus line.
 class CMDDATA_API CSetEcuBuslineSnd : public CCmdSnd<cmddata::command::SetEcuBusline> {
@@ -202,19 +182,9 @@ public:
     CMDDATA_MESSAGE_LAYOUT(CDelEcuCnctCacheRcv)
 };
 
-/// Returns to the default diagnostic session (header only; version argument, default 1).
-class CMDDATA_API CSetDefSessionSnd
-    : public CCmdSnd<cmddata::command::SetDefSession, CCmdHeaderOnly> {
-public:
-    CMDDATA_MESSAGE_LAYOUT(CSetDefSessionSnd)
-};
-
-/// The outcome of returning to the default session (header only).
-class CMDDATA_API CSetDefSessionRcv
-    : public CCmdRcv<cmddata::command::SetDefSession, CCmdHeaderOnly> {
-public:
-    CMDDATA_MESSAGE_LAYOUT(CSetDefSessionRcv)
-};
+/// Request: returns to the default diagnostic session (header only; version argument, default 1).
+/// Answer: the outcome of returning to the default session (header only).
+CMDDATA_HEADER_ONLY_COMMAND(SetDefSession);
 
 /// Moves the gateway session: one byte (21 bytes; version argument, default 1).
 class CMDDATA_API CMoveSessionCGWDKSnd : public CCmdSnd<cmddata::command::MoveSessionCGWDK> {
@@ -260,16 +230,6 @@ public:
     CMDDATA_MESSAGE_LAYOUT(CChangeLogCollectionModeRcv)
 };
 
-/// Cancels the automatic power-off (header only; version argument, default 1).
-class CMDDATA_API CAutoPowerOffCanselSnd
-    : public CCmdSnd<cmddata::command::AutoPowerOffCansel, CCmdHeaderOnly> {
-public:
-    CMDDATA_MESSAGE_LAYOUT(CAutoPowerOffCanselSnd)
-};
-
-/// The outcome of cancelling the power-off (header only).
-class CMDDATA_API CAutoPowerOffCanselRcv
-    : public CCmdRcv<cmddata::command::AutoPowerOffCansel, CCmdHeaderOnly> {
-public:
-    CMDDATA_MESSAGE_LAYOUT(CAutoPowerOffCanselRcv)
-};
+/// Request: cancels the automatic power-off (header only; version argument, default 1).
+/// Answer: the outcome of cancelling the power-off (header only).
+CMDDATA_HEADER_ONLY_COMMAND(AutoPowerOffCansel);

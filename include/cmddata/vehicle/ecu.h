@@ -204,19 +204,9 @@ public:
     void operator=(CCmdMountEcuListInfo& source);
 };
 
-/// Starts communication for the fitted-ECU list (header only).
-class CMDDATA_API CCommInitMountEcuListSnd
-    : public CCmdSnd<cmddata::command::CommInitMountEcuList, CCmdHeaderOnly> {
-public:
-    CMDDATA_MESSAGE_LAYOUT(CCommInitMountEcuListSnd)
-};
-
-/// Outcome of starting communication for the fitted-ECU list (header only).
-class CMDDATA_API CCommInitMountEcuListRcv
-    : public CCmdRcv<cmddata::command::CommInitMountEcuList, CCmdHeaderOnly> {
-public:
-    CMDDATA_MESSAGE_LAYOUT(CCommInitMountEcuListRcv)
-};
+/// Request: starts communication for the fitted-ECU list (header only).
+/// Answer: outcome of starting communication for the fitted-ECU list (header only).
+CMDDATA_HEADER_ONLY_COMMAND(CommInitMountEcuList);
 
 /// Asks for the fitted ECUs without talking to them: version prefix, header, list, flag.
 class CMDDATA_API CGetMountEcuListNoCommSnd
