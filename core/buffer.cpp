@@ -2,6 +2,8 @@
 #include "cmddata/core/buffer.h"
 
 #include <atomic>
+#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <new>
@@ -14,29 +16,37 @@ using cmddata::Result;
 namespace cmddata {
 namespace detail {
 namespace {
-// The count sits in front of the bytes; 16 bytes keep the bytes as aligned as malloc's.
-struct alignas(16) BlockHead {
+// The count sits in front of the bytes, padded to the alignment malloc guarantees so that the
+// bytes keep it: 8 in a 32-bit process (a 32-bit Windows heap gives no more), else max_align_t's.
+constexpr std::size_t kHeadAlign = sizeof(void*) == 4 ? 8 : alignof(std::max_align_t);
+struct alignas(kHeadAlign) BlockHead {
     std::atomic<std::uint32_t> refs;
 };
-static_assert(sizeof(BlockHead) == 16, "block head must keep the bytes aligned");
+static_assert(sizeof(BlockHead) == kHeadAlign, "block head must keep the bytes aligned");
 
 BlockHead* HeadOf(unsigned char* data) { return reinterpret_cast<BlockHead*>(data) - 1; }
 }  // namespace
 
-unsigned char* BlockAlloc(std::uint32_t size) {
+unsigned char* SharedBlock::Allocate(std::uint32_t size) {
+    // With a 32-bit size_t the head plus a size near 4 GB would wrap to a tiny block.
+    if (size > SIZE_MAX - sizeof(BlockHead)) return nullptr;
     void* raw = std::malloc(sizeof(BlockHead) + static_cast<std::size_t>(size));
     if (raw == nullptr) return nullptr;
     BlockHead* head = new (raw) BlockHead{{1}};
     return reinterpret_cast<unsigned char*>(head + 1);
 }
 
-void BlockRetain(unsigned char* data) {
-    if (data != nullptr) HeadOf(data)->refs.fetch_add(1, std::memory_order_relaxed);
+SharedBlock::SharedBlock(const SharedBlock& other) : data_(other.data_) {
+    if (data_ != nullptr) HeadOf(data_)->refs.fetch_add(1, std::memory_order_relaxed);
 }
 
-void BlockRelease(unsigned char* data) {
-    if (data == nullptr) return;
-    BlockHead* head = HeadOf(data);
+SharedBlock::~SharedBlock() { Reset(); }
+
+void SharedBlock::Reset(unsigned char* fresh) {
+    unsigned char* old = data_;
+    data_ = fresh;
+    if (old == nullptr) return;
+    BlockHead* head = HeadOf(old);
     if (head->refs.fetch_sub(1, std::memory_order_acq_rel) == 1) {
         head->~BlockHead();
         std::free(head);
@@ -45,44 +55,40 @@ void BlockRelease(unsigned char* data) {
 }  // namespace detail
 }  // namespace cmddata
 
-using cmddata::detail::BlockAlloc;
-using cmddata::detail::BlockRelease;
-using cmddata::detail::BlockRetain;
+using cmddata::detail::SharedBlock;
 
 // ---- CCmdBuffer -------------------------------------------------------------------------------
 
-CCmdBuffer::CCmdBuffer(const CCmdBuffer& other)
-    : CCmdCore(other), data_(other.data_), size_(other.size_) {
-    BlockRetain(data_);
-}
+CCmdBuffer::CCmdBuffer(const CCmdBuffer& other) = default;
 
-CCmdBuffer::~CCmdBuffer() { BlockRelease(data_); }
+CCmdBuffer::~CCmdBuffer() = default;
 
 void CCmdBuffer::operator=(const CCmdBuffer& source) {
     if (source.size_ == 0)
         RemoveAll();
     else
-        SetAt(source.data_, source.size_);
+        SetAt(source.block_.get(), source.size_);
 }
 
 Result CCmdBuffer::SetSize(std::uint32_t n) {
     RemoveAll();
     if (n == 0) return result::kOk;
-    data_ = BlockAlloc(n);
-    if (data_ == nullptr) return result::kOutOfMemory;
-    std::memset(data_, 0, n);  // defined contents: nothing stale can travel
+    unsigned char* fresh = SharedBlock::Allocate(n);
+    if (fresh == nullptr) return result::kOutOfMemory;
+    std::memset(fresh, 0, n);  // defined contents: nothing stale can travel
+    block_.Reset(fresh);
     size_ = n;
     return result::kOk;
 }
 
 Result CCmdBuffer::SetAt(const unsigned char* source, std::uint32_t n) {
     // The new block is filled before the old one goes, so a source inside it stays valid.
-    unsigned char* fresh = (n == 0 || source == nullptr) ? nullptr : BlockAlloc(n);
+    unsigned char* fresh = (n == 0 || source == nullptr) ? nullptr : SharedBlock::Allocate(n);
     if (fresh != nullptr) std::memcpy(fresh, source, n);
     RemoveAll();
     if (n == 0 || source == nullptr) return result::kOk;
     if (fresh == nullptr) return result::kOutOfMemory;
-    data_ = fresh;
+    block_.Reset(fresh);
     size_ = n;
     return result::kOk;
 }
@@ -90,19 +96,17 @@ Result CCmdBuffer::SetAt(const unsigned char* source, std::uint32_t n) {
 Result CCmdBuffer::Add(const unsigned char* source, std::uint32_t n) {
     if (source == nullptr || n == 0) return result::kBadArgument;
     if (static_cast<std::uint64_t>(size_) + n > 0xFFFFFFFFull) return result::kBadArgument;
-    unsigned char* grown = BlockAlloc(size_ + n);
+    unsigned char* grown = SharedBlock::Allocate(size_ + n);
     if (grown == nullptr) return result::kOutOfMemory;
-    if (size_ != 0) std::memcpy(grown, data_, size_);
+    if (size_ != 0) std::memcpy(grown, block_.get(), size_);
     std::memcpy(grown + size_, source, n);
-    BlockRelease(data_);
-    data_ = grown;
+    block_.Reset(grown);
     size_ += n;
     return result::kOk;
 }
 
 void CCmdBuffer::RemoveAll() {
-    BlockRelease(data_);
-    data_ = nullptr;
+    block_.Reset();
     size_ = 0;
 }
 
@@ -120,18 +124,15 @@ void CCmdBuffer::Visit(cmddata::FieldProcessor& p) { p.Buffer(nullptr, *this); }
 
 // ---- CCmdString -------------------------------------------------------------------------------
 
-CCmdString::CCmdString(const CCmdString& other)
-    : CCmdCore(other), data_(other.data_), length_(other.length_) {
-    BlockRetain(data_);
-}
+CCmdString::CCmdString(const CCmdString& other) = default;
 
-CCmdString::~CCmdString() { BlockRelease(data_); }
+CCmdString::~CCmdString() = default;
 
 void CCmdString::operator=(const CCmdString& source) {
     if (source.length_ == 0)
         Initial();
     else
-        SetAt(reinterpret_cast<const char*>(source.data_), source.length_);
+        SetAt(reinterpret_cast<const char*>(source.block_.get()), source.length_);
 }
 
 void CCmdString::operator=(const char* text) {
@@ -150,11 +151,11 @@ void CCmdString::SetAt(const char* text, std::uint16_t count) {
         Initial();
         return;
     }
-    unsigned char* fresh = BlockAlloc(count);  // filled before the old block goes
+    unsigned char* fresh = SharedBlock::Allocate(count);  // filled before the old block goes
     if (fresh != nullptr) std::memcpy(fresh, text, count);
     Initial();
     if (fresh == nullptr) return;  // out of memory: an empty string rather than a dangling one
-    data_ = fresh;
+    block_.Reset(fresh);
     length_ = count;
 }
 
@@ -164,8 +165,7 @@ void CCmdString::SetAt(const std::uint16_t* text, std::uint16_t count) {
 
 void CCmdString::Initial() {
     length_ = 0;
-    BlockRelease(data_);
-    data_ = nullptr;
+    block_.Reset();
 }
 
 void CCmdString::RemoveAll() { SetAt(static_cast<const char*>(nullptr), 0); }

@@ -6,30 +6,16 @@
 
 #include "cmddata_internal/procs.h"
 
-using cmddata::detail::BlockAlloc;
-using cmddata::detail::BlockRelease;
-using cmddata::detail::BlockRetain;
-
-namespace {}  // namespace
-
-CCmdFrameBytes::Block::Block(const Block& other) : data_(other.data_), size_(other.size_) {
-    BlockRetain(data_);
-}
-CCmdFrameBytes::Block::~Block() { BlockRelease(data_); }
-void CCmdFrameBytes::Block::RemoveAll() {
-    BlockRelease(data_);
-    data_ = nullptr;
-    size_ = 0;
-}
+using cmddata::detail::SharedBlock;
 
 cmddata::Result CCmdFrameBytes::SetMsgData(const unsigned char* data, std::uint32_t length) {
     if (data == nullptr) return cmddata::result::kNullOutput;
-    block_.RemoveAll();
-    unsigned char* fresh = BlockAlloc(length);  // 0 bytes is an empty block, not a failure
+    held_.RemoveAll();
+    unsigned char* fresh = SharedBlock::Allocate(length);  // 0 bytes is an empty block
     if (fresh == nullptr) return cmddata::result::kAccessorOutOfMemory;
     if (length != 0) std::memcpy(fresh, data, length);
-    block_.data_ = fresh;
-    block_.size_ = length;
+    held_.block.Reset(fresh);
+    held_.size = length;
     length_ = length;
     return cmddata::result::kOk;
 }
@@ -37,15 +23,15 @@ cmddata::Result CCmdFrameBytes::SetMsgData(const unsigned char* data, std::uint3
 void CCmdFrameBytes::CopyFrame(const CCmdFrameBytes& source) {
     if (&source == this) return;
     length_ = source.length_;
-    const Block& from = source.block_;
-    block_.RemoveAll();
-    if (from.data_ == nullptr) return;
+    const Held& from = source.held_;
+    held_.RemoveAll();
+    if (from.block.get() == nullptr) return;
     // The block's own size: the count may have been changed since the bytes were set.
-    unsigned char* fresh = BlockAlloc(from.size_);
+    unsigned char* fresh = SharedBlock::Allocate(from.size);
     if (fresh == nullptr) return;  // the bytes are lost; the count stays the source's
-    if (from.size_ != 0) std::memcpy(fresh, from.data_, from.size_);
-    block_.data_ = fresh;
-    block_.size_ = from.size_;
+    if (from.size != 0) std::memcpy(fresh, from.block.get(), from.size);
+    held_.block.Reset(fresh);
+    held_.size = from.size;
 }
 
 SCmdIPMsg& SCmdIPMsg::operator=(const SCmdIPMsg& source) {

@@ -85,32 +85,30 @@ void ReadText(CCmdString& s, CCmdReader& reader, X& x) {
         Exhaust(reader);
         return;
     }
-    unsigned char* fresh = BlockAlloc(length);
+    unsigned char* fresh = SharedBlock::Allocate(length);
     if (fresh == nullptr) {
         s.Initial();
         return;
     }
-    unsigned char*& data = Access::Data(s);
-    BlockRelease(data);
-    data = fresh;
-    x.Bytes(data, length);
+    Access::Block(s).Reset(fresh);
+    x.Bytes(fresh, length);
 }
 template <class X>
 void WriteText(CCmdString& s, X& x) {
     WritePrefix(s, x);
     std::uint16_t& length = Access::TextLength(s);
     x.template Fixed<2>(&length);
-    if (length != 0 && Access::Data(s) != nullptr) x.Bytes(Access::Data(s), length);
+    unsigned char* data = Access::Block(s).get();
+    if (length != 0 && data != nullptr) x.Bytes(data, length);
 }
 
 // CCmdBuffer's reading: prefix, count, bytes; the old block goes first.
 template <class X>
 void ReadBytes(CCmdBuffer& b, CCmdReader& reader, X& x) {
     ReadPrefix(b, x);
-    unsigned char*& data = Access::Data(b);
+    SharedBlock& block = Access::Block(b);
     std::uint32_t& size = Access::ByteCount(b);
-    BlockRelease(data);
-    data = nullptr;
+    block.Reset();
     x.template Fixed<4>(&size);  // a transfer that moves nothing leaves the old size
     if (size == 0) return;
     if (!CountFits(reader, size, 1)) {
@@ -118,11 +116,12 @@ void ReadBytes(CCmdBuffer& b, CCmdReader& reader, X& x) {
         Exhaust(reader);
         return;
     }
-    data = BlockAlloc(size);
+    unsigned char* data = SharedBlock::Allocate(size);
     if (data == nullptr) {  // the bytes stay unread: later fields read from here
         size = 0;
         return;
     }
+    block.Reset(data);
     // A size past 2^31 is a negative count to the raw transfer: nothing comes in then.
     if (x.Bytes(data, static_cast<std::int32_t>(size)) == result::kBadArgument)
         std::memset(data, 0, size);
@@ -132,8 +131,8 @@ void WriteBytes(CCmdBuffer& b, X& x) {
     WritePrefix(b, x);
     std::uint32_t& size = Access::ByteCount(b);
     x.template Fixed<4>(&size);
-    if (size != 0 && Access::Data(b) != nullptr)
-        x.Bytes(Access::Data(b), static_cast<std::int32_t>(size));
+    unsigned char* data = Access::Block(b).get();
+    if (size != 0 && data != nullptr) x.Bytes(data, static_cast<std::int32_t>(size));
 }
 
 // A counted run of bytes that the object does not keep: its count travels, and the bytes are

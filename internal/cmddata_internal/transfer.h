@@ -17,6 +17,8 @@
 namespace cmddata {
 namespace detail {
 
+class SharedBlock;
+
 /// Reaches the private state of cores and streams for the library's own processors.
 struct Access {
     static std::uint16_t& Version(CCmdCore& c) { return c.version_; }
@@ -25,10 +27,10 @@ struct Access {
     static unsigned char*& Position(CCmdStreamBase& s) { return s.position_; }
     static unsigned char* Base(CCmdStreamBase& s) { return s.base_; }
     static std::uint32_t Size(CCmdStreamBase& s) { return s.size_; }
-    // Texts and buffers (friends too): their block pointer and their count.
+    // Texts and buffers (friends too): their block and their count.
     template <class T>
-    static unsigned char*& Data(T& o) {
-        return o.data_;
+    static SharedBlock& Block(T& o) {
+        return o.block_;
     }
     template <class T>
     static std::uint16_t& TextLength(T& text) {

@@ -7,11 +7,26 @@
 
 namespace cmddata {
 namespace detail {
-// A heap block with a reference count in front of its bytes. Copy construction shares a block
-// between objects; the count makes the last owner free it, whatever the order of destruction.
-CMDDATA_API unsigned char* BlockAlloc(std::uint32_t size);  // count 1; null on failure
-CMDDATA_API void BlockRetain(unsigned char* data);          // null is ignored
-CMDDATA_API void BlockRelease(unsigned char* data);         // null is ignored
+/// Bytes on the heap with a reference count in front of them: the one block behind buffers,
+/// texts and held frame bytes. A copy shares the block; the last owner lets it go, whatever the
+/// order of destruction.
+class CMDDATA_API SharedBlock {
+public:
+    SharedBlock() = default;
+    SharedBlock(const SharedBlock& other);
+    SharedBlock& operator=(const SharedBlock&) = delete;
+    ~SharedBlock();
+
+    /// A new block of n bytes (contents undefined) with no owner yet, or null when memory runs
+    /// out; give it to Reset.
+    static unsigned char* Allocate(std::uint32_t n);
+    /// Lets go of the block held and holds fresh (from Allocate, or null).
+    void Reset(unsigned char* fresh = nullptr);
+    unsigned char* get() const { return data_; }
+
+private:
+    unsigned char* data_ = nullptr;
+};
 }  // namespace detail
 }  // namespace cmddata
 
@@ -32,8 +47,9 @@ public:
     /// Appends n bytes; kBadArgument for a null source, n of 0 or a size past 32 bits.
     cmddata::Result Add(const unsigned char* source, std::uint32_t n);
 
-    const unsigned char* GetAt() const { return data_; }
-    unsigned char* GetAddr() const { return data_; }
+    const unsigned char* GetAt() const { return block_.get(); }
+    /// The bytes, writable; a copy that shares the block sees what is written here.
+    unsigned char* GetAddr() const { return block_.get(); }
     std::uint32_t GetSize() const { return size_; }
 
     void RemoveAll() override;
@@ -46,7 +62,7 @@ public:
 
 private:
     friend struct cmddata::detail::Access;
-    unsigned char* data_ = nullptr;
+    cmddata::detail::SharedBlock block_;
     std::uint32_t size_ = 0;
 };
 
@@ -70,8 +86,10 @@ public:
     void SetAt(const std::uint16_t* text, std::uint16_t count);
     void Initial();
 
-    const std::uint16_t* GetAt() const { return reinterpret_cast<const std::uint16_t*>(data_); }
-    const unsigned char* GetBytes() const { return data_; }
+    const std::uint16_t* GetAt() const {
+        return reinterpret_cast<const std::uint16_t*>(block_.get());
+    }
+    const unsigned char* GetBytes() const { return block_.get(); }
     std::uint16_t GetSize() const { return length_; }
 
     void RemoveAll() override;
@@ -85,6 +103,6 @@ public:
 
 private:
     friend struct cmddata::detail::Access;
-    unsigned char* data_ = nullptr;
+    cmddata::detail::SharedBlock block_;
     std::uint16_t length_ = 0;
 };

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "cmddata/core/buffer.h"
 #include "cmddata/core/fields.h"
 #include "cmddata/core/result.h"
 
@@ -22,25 +23,9 @@ public:
     /// cannot be allocated: the old bytes are gone, the count keeps its old value.
     cmddata::Result SetMsgData(const unsigned char* data, std::uint32_t length);
     /// The bytes held (null when none are), GetMsgLength() of them after a successful SetMsgData.
-    const unsigned char* GetMsgData() const { return block_.data_; }
+    const unsigned char* GetMsgData() const { return held_.block.get(); }
     /// The count that travels.
     std::uint32_t GetMsgLength() const { return length_; }
-
-    /// The heap copy of the bytes: shared by copy construction (reference counted), let go by
-    /// RemoveAll. It never travels.
-    class CMDDATA_API Block {
-    public:
-        Block() = default;
-        Block(const Block& other);
-        Block& operator=(const Block&) = delete;
-        ~Block();
-        void RemoveAll();
-
-    private:
-        friend class CCmdFrameBytes;
-        unsigned char* data_ = nullptr;
-        std::uint32_t size_ = 0;
-    };
 
 protected:
     CCmdFrameBytes() = default;
@@ -50,14 +35,24 @@ protected:
     /// The count and the run behind it; reading lets the block go.
     template <class P>
     void FrameFields(P& p) {
-        if (p.Reading()) block_.RemoveAll();
+        if (p.Reading()) held_.RemoveAll();
         p.Dropped("data_length", "data", length_);
-        p.Unsent("data_block", block_);
+        p.Unsent("data_block", held_);
     }
 
 private:
+    /// The heap copy of the bytes, shared by copy construction. It never travels; reading and
+    /// emptying let it go.
+    struct Held {
+        cmddata::detail::SharedBlock block;
+        std::uint32_t size = 0;
+        void RemoveAll() {
+            block.Reset();
+            size = 0;
+        }
+    };
     std::uint32_t length_ = 0;
-    Block block_;
+    Held held_;
 };
 
 /// A frame with a 32-bit identifier, two 16-bit words and its bytes.
