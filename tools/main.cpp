@@ -75,7 +75,7 @@ using namespace cmdtool;
 
 const char kSummary[] =
     "usage: cmddata <command> [options]\n"
-    "commands: demo, dump, list; 'cmddata <command> --help' describes each.\n";
+    "commands: demo, dump, list, schema; 'cmddata <command> --help' describes each.\n";
 
 const char kDemoText[] =
     "Exchanges every built command between two processes. This process (the requesting side)\n"
@@ -106,6 +106,14 @@ const char kListText[] =
     "argument with that default; 1*: argument ignored; d: derived from the command named in\n"
     "'layout of'), whether the two classes are built into this program, and 'payload\n"
     "undefined' for commands whose classes carry the header alone.";
+
+const char kSchemaText[] =
+    "Describes every class of the class table from its field list: name, family, kind (record,\n"
+    "message, layout), for messages the command, side, framing and version rule, and the fields\n"
+    "in wire order with type, width, count, nested class, the version a field is present from,\n"
+    "array item counts and image sizes; classes that read fields in another order than they\n"
+    "write them give their read order too. --json prints one document (schema_version 1,\n"
+    "described in docs/schema.md).";
 
 CLI::Validator FaultValidator() {
     return CLI::Validator(
@@ -198,6 +206,13 @@ int main(int argc, char** argv) {
                      "or whose identifier it is")
         ->type_name("");
 
+    SchemaOptions schema;
+    CLI::App* schemaCmd = app.add_subcommand("schema", "describe every class and its wire fields");
+    schemaCmd->footer(kSchemaText);
+    schemaCmd->add_flag("--json", schema.json, "print one JSON document");
+    schemaCmd->add_option("-o,--output", schema.output, "write to FILE instead of standard output")
+        ->type_name("FILE");
+
     if (argc < 2) {
         std::fputs(kSummary, stderr);
         return kExitUsage;
@@ -228,5 +243,6 @@ int main(int argc, char** argv) {
         if (dump.side == "receive") dump.side = "rcv";
         return RunDump(dump);
     }
+    if (schemaCmd->parsed()) return RunSchema(schema);
     return RunList(list);
 }

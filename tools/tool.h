@@ -53,9 +53,15 @@ struct ListOptions {
     std::string filter;
 };
 
+struct SchemaOptions {
+    bool json = false;
+    std::string output;  // empty: standard output
+};
+
 int RunDemo(const DemoOptions& options);
 int RunVehicleSide(const VehicleSideOptions& options);
 int RunDump(const DumpOptions& options);
 int RunList(const ListOptions& options);
+int RunSchema(const SchemaOptions& options);
 
 }  // namespace cmdtool

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Tests of the cmddata command-line tool: demo, dump, list, help and errors.
+"""Tests of the cmddata command-line tool: demo, dump, list, schema, help and errors.
 
 usage: tools_test.py PATH/TO/cmddata[.exe] [--wrapper wine]
 
@@ -7,7 +7,9 @@ The demo runs once with --save: its walk must cover every command that 'list' sh
 matched on both sides. Every saved message is then decoded with dump (text tree and JSON), and
 the JSON is checked against the saved bytes field by field. Truncated, halved, corrupted and
 padded copies check dump's failure reports; the demo's fault modes check that a vehicle side that
-dies, stays silent, answers garbage or another fill is reported and never hangs.
+dies, stays silent, answers garbage or another fill is reported and never hangs. The schema is
+checked against the decodes of the saved messages, and the checked-in wire reference (docs/wire)
+against what scripts/wire-reference.py makes of the schema.
 """
 
 import json
@@ -21,6 +23,8 @@ import sys
 import tempfile
 import time
 import unittest
+
+ROOT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..")
 
 TOOL = None
 WRAPPER = []
@@ -180,6 +184,9 @@ class HelpAndErrors(unittest.TestCase):
             ["demo", "--fault", "skew:0"],
             ["demo", "extra"],
             ["demo", "--save"],
+            ["schema", "--bogus"],
+            ["schema", "extra"],
+            ["schema", "-o"],
         ]
         for args in cases:
             code, out, err = run(*args)
@@ -479,6 +486,86 @@ class Dump(unittest.TestCase):
         code, _, err = run("dump", "--region", name)
         self.assertEqual(code, 1)
         self.assertIn("cannot open the shared region", err)
+
+
+class Schema(unittest.TestCase):
+    def schema(self):
+        code, out, err = run("schema", "--json")
+        self.assertEqual(code, 0, err)
+        doc = json.loads(out)
+        self.assertEqual(doc["schema_version"], 1)
+        return {c["name"]: c for c in doc["classes"]}
+
+    def check_class(self, classes, name, version, nodes):
+        """The decoded fields are the schema's fields present at the version, in its (read) order,
+        of the same types and widths; offsets agree while the schema fixes them. Nested records
+        are checked against their own entries."""
+        c = classes[name]
+        expected = [f for f in c["fields"]
+                    if f.get("since", 0) <= version <= f.get("until", 1 << 16)]
+        if "read_order" in c:  # a decode reports the fields as it reads them
+            expected.sort(key=lambda f: c["read_order"].index(f["name"]))
+        types = {"bytes": "image"}
+        self.assertEqual([(n["name"] or "", n["type"]) for n in nodes],
+                         [(f["name"], types.get(f["type"], f["type"])) for f in expected], name)
+        offset = nodes[0]["offset"] if nodes else 0
+        for f, n in zip(expected, nodes):
+            if offset is not None:
+                self.assertEqual(n["offset"], offset, (name, f))
+            if "width" in f:
+                self.assertEqual(n["size"], f["width"], (name, f))
+            if f["type"] == "record":
+                self.assertEqual(n["record_type"], f["class"], (name, f))
+                inner = {x["name"]: x["value"] for x in n["fields"] if x["type"] == "u16"}
+                record = classes.get(f["class"])
+                versioned = any("since" in x or "until" in x for x in record["fields"])
+                if "version" in inner or not versioned:
+                    self.check_class(classes, f["class"], inner.get("version", 0), n["fields"])
+            if f["type"] == "list":
+                self.assertEqual(n["item_type"], f["item_class"], (name, f))
+            if f["type"] == "array":
+                self.assertEqual(n["count"], f["items"], (name, f))
+            fixed = "width" in f and "since" not in f and "until" not in f
+            offset = offset + f["width"] if offset is not None and fixed else None
+
+    def test_schema_agrees_with_every_decoded_message(self):
+        classes = self.schema()
+        _, files = saved_demo()
+        messages = {(c["command"], c["side"]) for c in classes.values() if c["kind"] == "message"}
+        built = {(r, s) for r, row in catalogue().items() if row[3] for s in ("snd", "rcv")}
+        self.assertLessEqual(built, messages)
+        for name in spread(files, 150):
+            _, command, side = saved_name(name)
+            if not files[name]:
+                continue
+            code, doc, err = dump_json(os.path.join(WORK, "saved", name), "--side", side,
+                                       "--command", command)
+            self.assertEqual(code, 0, (name, err))
+            self.check_class(classes, doc["class"], doc["version"], doc["fields"])
+
+    def test_text_listing_and_output_file(self):
+        code, out, _ = run("schema")
+        self.assertEqual(code, 0)
+        self.assertRegex(out, r"(?m)^CGetCarInfoSnd  message of .*; GetCarInfo \(1\) snd, header")
+        self.assertRegex(out, r"(?m)^ +0  ident +4  \S+")
+        path = os.path.join(WORK, "schema.txt")
+        self.assertEqual(run("schema", "-o", path)[0], 0)
+        with open(path, encoding="utf-8") as f:
+            self.assertEqual(f.read(), out)
+        code, out, err = run("schema", "-o", os.path.join(WORK, "no-such-dir", "x.json"))
+        self.assertEqual((code, out, len(err.strip().splitlines())), (1, "", 1), err)
+
+    def test_checked_in_wire_reference_is_current(self):
+        fresh = os.path.join(WORK, "wire")
+        subprocess.run([sys.executable, os.path.join(ROOT, "scripts", "wire-reference.py"),
+                        TOOL, fresh], check=True, timeout=120)
+        current = os.path.join(ROOT, "docs", "wire")
+        self.assertEqual(sorted(os.listdir(current)), sorted(os.listdir(fresh)))
+        for name in os.listdir(fresh):
+            with open(os.path.join(fresh, name), encoding="utf-8") as a, \
+                    open(os.path.join(current, name), encoding="utf-8") as b:
+                self.assertTrue(a.read() == b.read(),
+                                "docs/wire/%s is stale: run scripts/wire-reference.py" % name)
 
 
 def main():
