@@ -357,7 +357,10 @@ void PrintText(std::ostream& out, const ordered_json& classes) {
                 out << " (layout of " << c["layout_of"].get<std::string>() << ")";
             if (!c["payload_known"].get<bool>()) out << ", payload undefined";
         }
-        if (!c["fixed_size"].is_null()) out << "; " << c["fixed_size"].get<int>() << " bytes";
+        if (!c["fixed_size"].is_null()) {
+            const int size = c["fixed_size"].get<int>();
+            out << "; " << size << (size == 1 ? " byte" : " bytes");
+        }
         out << "\n";
         std::uint32_t offset = 0;
         bool known = true;
