@@ -527,7 +527,7 @@ private:
 }  // namespace detail
 
 template <class T>
-void FieldProcessor::Image(const char* name, T& object) {
+inline void FieldProcessor::Image(const char* name, T& object) {
     detail::ImageOf<T> access(object);
     Image(name, static_cast<ImageAccess&>(access));
 }

@@ -272,7 +272,7 @@ private:
 }  // namespace detail
 
 template <class U>
-void FieldProcessor::List(const char* name, CCmdList<U>& list) {
+inline void FieldProcessor::List(const char* name, CCmdList<U>& list) {
     detail::ListOf<U> access(list);
     List(name, static_cast<ListAccess&>(access));
 }
