@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <mutex>
@@ -24,6 +25,8 @@ unsigned char* MapWholeView(MappingHandle mapping, std::size_t* viewSize) {
     *viewSize = 0;
     struct stat st;
     if (mapping < 0 || fstat(mapping, &st) != 0 || st.st_size <= 0) return nullptr;
+    // Beyond the address space of a 32-bit process, the size would wrap.
+    if (static_cast<std::uint64_t>(st.st_size) > SIZE_MAX) return nullptr;
     void* view = mmap(nullptr, static_cast<std::size_t>(st.st_size), PROT_READ | PROT_WRITE,
                       MAP_SHARED, mapping, 0);
     if (view == MAP_FAILED) return nullptr;
@@ -77,6 +80,11 @@ bool ShmName(const char* name, char* out) {
 
 bool MapOwn(RegionParts* out) {
     out->view = MapWholeView(out->handle, &out->size);
+    // A region's size is a 32-bit count: a larger object is not one this library made.
+    if (out->view != nullptr && out->size > 0xFFFFFFFFu) {
+        munmap(out->view, out->size);
+        out->view = nullptr;
+    }
     return out->view != nullptr;
 }
 }  // namespace
