@@ -2,6 +2,8 @@
 #include "cmddata/core/buffer.h"
 
 #include <atomic>
+#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <new>
@@ -14,16 +16,20 @@ using cmddata::Result;
 namespace cmddata {
 namespace detail {
 namespace {
-// The count sits in front of the bytes; 16 bytes keep the bytes as aligned as malloc's.
-struct alignas(16) BlockHead {
+// The count sits in front of the bytes, padded to the alignment malloc guarantees so that the
+// bytes keep it: 8 on 32-bit systems (a 32-bit Windows heap gives no more), else max_align_t's.
+constexpr std::size_t kHeadAlign = sizeof(void*) == 4 ? 8 : alignof(std::max_align_t);
+struct alignas(kHeadAlign) BlockHead {
     std::atomic<std::uint32_t> refs;
 };
-static_assert(sizeof(BlockHead) == 16, "block head must keep the bytes aligned");
+static_assert(sizeof(BlockHead) == kHeadAlign, "block head must keep the bytes aligned");
 
 BlockHead* HeadOf(unsigned char* data) { return reinterpret_cast<BlockHead*>(data) - 1; }
 }  // namespace
 
 unsigned char* BlockAlloc(std::uint32_t size) {
+    // With a 32-bit size_t the head plus a size near 4 GB would wrap to a tiny block.
+    if (size > SIZE_MAX - sizeof(BlockHead)) return nullptr;
     void* raw = std::malloc(sizeof(BlockHead) + static_cast<std::size_t>(size));
     if (raw == nullptr) return nullptr;
     BlockHead* head = new (raw) BlockHead{{1}};
