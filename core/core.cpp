@@ -27,7 +27,7 @@ void CCmdCore::Visit(cmddata::FieldProcessor& p) { p.Prefix(*this); }
 void CCmdStreamBase::Attach(cmddata::platform::MappingHandle mapping, std::uint32_t size) {
     std::size_t viewSize = 0;
     unsigned char* view = cmddata::platform::MapWholeView(mapping, &viewSize);
-    // The view is never unmapped: no stream owns it, and copies of a stream share it.
+    // One view per mapping, never unmapped: no stream owns it, and every stream shares it.
     AttachView(view, viewSize < size ? static_cast<std::uint32_t>(viewSize) : size);
 }
 

@@ -109,6 +109,14 @@ void CCmdCurrentTimeDataRoB::Fields(P& p) {
 CMDDATA_DEFINE_FIELDS(CCmdCurrentTimeDataRoB)
 
 template <class P>
+void CCmdSupport::Fields(P& p) {
+    InfoHeader(p);
+    p.U32("support_word", supportWord);
+    p.Image("support_data", supportData);
+}
+CMDDATA_DEFINE_FIELDS(CCmdSupport)
+
+template <class P>
 void CCmdBehaviorDataRecord::Fields(P& p) {
     p.Prefix(*this);
     p.U16("record_number", recordNumber);

@@ -46,4 +46,11 @@ void ForEachClass(V&& visit) {
     }
 }
 
+/// How many classes ForEachClass visits; a class's number is its place in that order.
+inline std::uint32_t ClassCount() {
+    std::uint32_t n = 0;
+    ForEachClass([&n](const char*, auto, bool) { ++n; });
+    return n;
+}
+
 }  // namespace cmddata_fuzz

@@ -1,5 +1,6 @@
 // Writes a seed corpus for the fuzz target into the directory named on the command line: a few
 // filled containers, and the written form of every class, fresh and filled.
+#include <algorithm>
 #include <cctype>
 #include <cstdio>
 #include <memory>
@@ -12,10 +13,13 @@ namespace {
 
 int written = 0;
 
-bool Save(const std::string& dir, const std::string& name, CCmdCore& object) {
-    std::vector<unsigned char> bytes(cmddata::WireSize(object) + 1);
+bool Save(const std::string& dir, const std::string& name, CCmdCore& object,
+          const unsigned char* prefix = nullptr) {
+    const std::size_t skip = prefix == nullptr ? 0 : 2;
+    std::vector<unsigned char> bytes(skip + cmddata::WireSize(object) + 1);
+    if (prefix != nullptr) std::copy(prefix, prefix + 2, bytes.begin());
     CCmdWriter writer;
-    writer.AttachView(bytes.data(), static_cast<std::uint32_t>(bytes.size()));
+    writer.AttachView(bytes.data() + skip, static_cast<std::uint32_t>(bytes.size() - skip));
     writer.Write(&object);
     if (writer.GetLastError() != 0) {
         std::fprintf(stderr, "make_seeds: writing %s failed\n", name.c_str());
@@ -24,7 +28,7 @@ bool Save(const std::string& dir, const std::string& name, CCmdCore& object) {
     const std::string path = dir + "/" + name;
     std::FILE* f = std::fopen(path.c_str(), "wb");
     if (f == nullptr) return false;
-    const std::size_t n = writer.GetPosition();
+    const std::size_t n = skip + writer.GetPosition();
     const bool ok = std::fwrite(bytes.data(), 1, n, f) == n;
     return std::fclose(f) == 0 && ok && ++written > 0;
 }
@@ -48,14 +52,46 @@ struct SaveFreshAndFilled {
     }
 };
 
+// The one-class target's corpus: each class's seeds behind its two-byte number.
+struct SaveNumbered {
+    std::string dir;
+    std::uint32_t number = 0;
+    template <class Make>
+    void operator()(const char* type, Make make, bool /*crossed*/) {
+        const unsigned char prefix[2] = {static_cast<unsigned char>(number & 0xFF),
+                                         static_cast<unsigned char>(number >> 8)};
+        ++number;
+        std::unique_ptr<CCmdCore> object(make());
+        if (!object) return;
+        Save(dir, "fresh_" + FileName(type), *object, prefix);
+        cmddata::Fill(*object);
+        Save(dir, "filled_" + FileName(type), *object, prefix);
+    }
+};
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: make_seeds DIRECTORY\n");
+    const bool numbered = argc == 3 && std::string(argv[1]) == "--numbered";
+    const bool names = argc == 2 && std::string(argv[1]) == "--names";
+    if (argc != 2 && !numbered) {
+        std::fprintf(stderr,
+                     "usage: make_seeds DIRECTORY | make_seeds --numbered DIRECTORY | make_seeds "
+                     "--names\n");
         return 2;
     }
-    const std::string dir = argv[1];
+    if (names) {  // "number name" per class, for tools that number inputs of their own
+        std::uint32_t number = 0;
+        cmddata_fuzz::ForEachClass(
+            [&number](const char* type, auto, bool) { std::printf("%u %s\n", number++, type); });
+        return 0;
+    }
+    const std::string dir = argv[argc - 1];
+    if (numbered) {
+        cmddata_fuzz::ForEachClass(SaveNumbered{dir});
+        std::printf("make_seeds: %d seeds in %s\n", written, dir.c_str());
+        return written > 0 ? 0 : 1;
+    }
 
     CCmdList<CCmdString> texts;
     texts.GetAt(texts.AddTail()) = "first";

@@ -7,10 +7,12 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <mutex>
 #include <new>
+#include <vector>
 
 #include "cmddata/platform/platform.h"
 #include "cmddata_internal/ansi1252.h"
@@ -20,15 +22,65 @@ namespace platform {
 
 MappingHandle InvalidMapping() { return -1; }
 
-unsigned char* MapWholeView(MappingHandle mapping, std::size_t* viewSize) {
+namespace {
+// Maps the whole object; the caller owns the view.
+unsigned char* MapFresh(int mapping, std::size_t* viewSize) {
     *viewSize = 0;
     struct stat st;
     if (mapping < 0 || fstat(mapping, &st) != 0 || st.st_size <= 0) return nullptr;
+    // Beyond the address space of a 32-bit process, the size would wrap.
+    if (static_cast<std::uint64_t>(st.st_size) > SIZE_MAX) return nullptr;
     void* view = mmap(nullptr, static_cast<std::size_t>(st.st_size), PROT_READ | PROT_WRITE,
                       MAP_SHARED, mapping, 0);
     if (view == MAP_FAILED) return nullptr;
     *viewSize = static_cast<std::size_t>(st.st_size);
     return static_cast<unsigned char*>(view);
+}
+
+// The streams' views, one per mapping object and size, kept for the life of the process. An
+// object is known by its device and inode, not by the descriptor's number: a number is reused
+// once closed, while the inode of an object stays taken for as long as a view of it exists.
+struct SharedView {
+    dev_t device;
+    ino_t inode;
+    std::size_t size;
+    unsigned char* view;
+};
+std::mutex& ViewsLock() {
+    static std::mutex lock;
+    return lock;
+}
+std::vector<SharedView>& Views() {
+    static std::vector<SharedView>* views = new std::vector<SharedView>();  // outlives statics
+    return *views;
+}
+}  // namespace
+
+unsigned char* MapWholeView(MappingHandle mapping, std::size_t* viewSize) {
+    *viewSize = 0;
+    struct stat st;
+    if (mapping < 0 || fstat(mapping, &st) != 0 || st.st_size <= 0) return nullptr;
+    if (static_cast<std::uint64_t>(st.st_size) > SIZE_MAX) return nullptr;
+    const std::size_t size = static_cast<std::size_t>(st.st_size);
+    std::lock_guard<std::mutex> hold(ViewsLock());
+    std::vector<SharedView>& views = Views();
+    for (const SharedView& v : views) {
+        if (v.device == st.st_dev && v.inode == st.st_ino && v.size == size) {
+            *viewSize = v.size;
+            return v.view;
+        }
+    }
+    std::size_t mapped = 0;
+    unsigned char* view = MapFresh(mapping, &mapped);
+    if (view == nullptr) return nullptr;
+    try {
+        // Resized between the two looks: used, but not remembered under the older size.
+        if (mapped == size) views.push_back(SharedView{st.st_dev, st.st_ino, size, view});
+    } catch (...) {
+        // Not remembered: this stream still gets its view, the next one maps another.
+    }
+    *viewSize = mapped;
+    return view;
 }
 
 namespace {
@@ -75,8 +127,14 @@ bool ShmName(const char* name, char* out) {
     return std::snprintf(out, 64, "/%s", name) < 64;
 }
 
+// The region's own view, unmapped by CloseRegion: never one of the streams' shared views.
 bool MapOwn(RegionParts* out) {
-    out->view = MapWholeView(out->handle, &out->size);
+    out->view = MapFresh(out->handle, &out->size);
+    // A region's size is a 32-bit count: a larger object is not one this library made.
+    if (out->view != nullptr && out->size > 0xFFFFFFFFu) {
+        munmap(out->view, out->size);
+        out->view = nullptr;
+    }
     return out->view != nullptr;
 }
 }  // namespace

@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <cwctype>
 #include <new>
@@ -13,14 +14,75 @@ namespace platform {
 
 MappingHandle InvalidMapping() { return nullptr; }
 
-unsigned char* MapWholeView(MappingHandle mapping, std::size_t* viewSize) {
-    *viewSize = 0;
-    if (mapping == nullptr) return nullptr;
+namespace {
+// The streams' views, one per mapping object, kept for the life of the process. An object is
+// known by a duplicate of its handle, compared with the system's own test: a handle value is
+// reused once closed, while the duplicate keeps its object (and so its identity) alive.
+struct SharedView {
+    HANDLE object;
+    unsigned char* view;
+    std::size_t size;
+};
+SRWLOCK viewsLock = SRWLOCK_INIT;
+SharedView* views = nullptr;  // grown by hand: the lock is held and nothing may throw
+std::size_t viewCount = 0;
+std::size_t viewCapacity = 0;
+
+using CompareHandles = BOOL(WINAPI*)(HANDLE, HANDLE);
+// Windows 10 and later; without it every stream maps a view of its own, as it always did.
+CompareHandles HandleComparer() {
+    HMODULE module = GetModuleHandleA("kernelbase.dll");
+    if (module == nullptr) module = GetModuleHandleA("kernel32.dll");
+    if (module == nullptr) return nullptr;
+    return reinterpret_cast<CompareHandles>(
+        reinterpret_cast<void*>(GetProcAddress(module, "CompareObjectHandles")));
+}
+
+unsigned char* MapFresh(HANDLE mapping, std::size_t* viewSize) {
     void* view = MapViewOfFile(mapping, FILE_MAP_WRITE, 0, 0, 0);
     if (view == nullptr) return nullptr;
     MEMORY_BASIC_INFORMATION info;
     if (VirtualQuery(view, &info, sizeof info) == sizeof info) *viewSize = info.RegionSize;
     return static_cast<unsigned char*>(view);
+}
+
+void Remember(HANDLE mapping, unsigned char* view, std::size_t size) {
+    HANDLE process = GetCurrentProcess();
+    HANDLE object = nullptr;
+    if (!DuplicateHandle(process, mapping, process, &object, 0, FALSE, DUPLICATE_SAME_ACCESS))
+        return;
+    if (viewCount == viewCapacity) {
+        const std::size_t grown = viewCapacity == 0 ? 8 : viewCapacity * 2;
+        void* more = std::realloc(views, grown * sizeof(SharedView));
+        if (more == nullptr) {
+            CloseHandle(object);
+            return;
+        }
+        views = static_cast<SharedView*>(more);
+        viewCapacity = grown;
+    }
+    views[viewCount++] = SharedView{object, view, size};
+}
+}  // namespace
+
+unsigned char* MapWholeView(MappingHandle mapping, std::size_t* viewSize) {
+    *viewSize = 0;
+    if (mapping == nullptr) return nullptr;
+    static const CompareHandles same = HandleComparer();
+    if (same == nullptr) return MapFresh(mapping, viewSize);
+    AcquireSRWLockExclusive(&viewsLock);
+    for (std::size_t i = 0; i < viewCount; ++i) {
+        if (same(views[i].object, mapping)) {
+            *viewSize = views[i].size;
+            unsigned char* view = views[i].view;
+            ReleaseSRWLockExclusive(&viewsLock);
+            return view;
+        }
+    }
+    unsigned char* view = MapFresh(mapping, viewSize);
+    if (view != nullptr) Remember(mapping, view, *viewSize);
+    ReleaseSRWLockExclusive(&viewsLock);
+    return view;
 }
 
 std::uint32_t CurrentThreadId() { return GetCurrentThreadId(); }

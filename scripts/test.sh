@@ -7,15 +7,17 @@
 #            installed-package consumer check (tests/consumer)
 #   asan     preset "asan": the same tests under AddressSanitizer + UndefinedBehaviorSanitizer
 #   tsan     preset "tsan": the tests that share an object between threads, under ThreadSanitizer
+#   linux32  preset "linux32": the library and its test program for 32-bit x86 Linux (-m32) with
+#            UBSan, run directly where the kernel runs 32-bit programs, else under qemu-i386
 #   fuzz     preset "fuzz": clang + libFuzzer target under ASan/UBSan, a minute from a seed corpus
 #   windows  preset "win32": the 32-bit Windows cross build, always; its DLL and programs checked.
 #            Where this machine runs 32-bit x86 programs, ctest runs its tests and the tool's demo
 #            under 32-bit Wine; where it cannot, preset "win64" builds the same for 64-bit Windows
-#            and runs them under 64-bit Wine instead.
-# Ends with one line "summary: N passed, N failed" counting the test cases of all legs, and
-# exits non-zero when anything failed.
+#            and runs them under 64-bit Wine instead: the 32-bit cases then count as skipped.
+# Ends with the time of each leg and one line "summary: N passed, N failed, N skipped" counting
+# the test cases of all legs, and exits non-zero when anything failed.
 #
-# Environment: CMDDATA_LEGS (default "deps native asan tsan fuzz windows"), CMDDATA_FUZZ_SECONDS
+# Environment: CMDDATA_LEGS (default "deps native asan tsan linux32 fuzz windows"), CMDDATA_FUZZ_SECONDS
 # (default 60), CMDDATA_TEST_BUILD_DIR (default build-test in the repository), CMDDATA_JOBS
 # (default 2), CMDDATA_WIN32_RUN (1 or 0: run the 32-bit Windows programs or not, instead of
 # probing whether this machine can).
@@ -23,7 +25,7 @@ set -u -o pipefail
 
 ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$ROOT" || exit 1
-LEGS=" ${CMDDATA_LEGS:-deps native asan tsan fuzz windows} "
+LEGS=" ${CMDDATA_LEGS:-deps native asan tsan linux32 fuzz windows} "
 FUZZ_SECONDS=${CMDDATA_FUZZ_SECONDS:-60}
 OUT=${CMDDATA_TEST_BUILD_DIR:-$ROOT/build-test}
 JOBS=${CMDDATA_JOBS:-2}
@@ -32,6 +34,7 @@ OUT=$(cd "$OUT" && pwd)
 
 PASSED=0
 FAILED=0
+SKIPPED=0
 FAILURES=()
 NOTES=()
 TIMES=()
@@ -119,6 +122,8 @@ ctest_and_count() {
     fi
     read -r passed failed skipped <<<"$counts"
     PASSED=$((PASSED + passed))
+    SKIPPED=$((SKIPPED + skipped))
+    LAST_CASES=$((passed + failed + skipped))
     [ "$skipped" = 0 ] || echo "$skipped test cases skipped"
     if [ "$failed" -gt 0 ]; then
         sed '$d' <<<"$results"
@@ -202,6 +207,49 @@ p, f, s = c.gtest_cases(sys.argv[2]); print(p, len(f))' "$ROOT/scripts" "$report
         fi
     fi
     leg_end tsan
+fi
+
+# ---------------------------------------------------------------------------------------------
+# The 32-bit code of the library, run on every machine: the test program of preset linux32
+# starts directly where the kernel runs 32-bit x86 programs, else under user-mode emulation.
+run_linux32() {
+    local dir=$OUT/linux32 prog report rc runner=() counts passed failed skipped
+    prog=$dir/tests/cmddata_tests
+    report=$dir/tests/cmddata_tests.xml
+    configure_and_build linux32 linux32 "$dir" cmddata_tests || return
+    banner "linux32: the test program"
+    # Started by bash itself: exit 126 (Exec format error) says the kernel refuses it.
+    bash -c 'exec "$0" --gtest_list_tests' "$prog" </dev/null >/dev/null 2>&1
+    rc=$?
+    if [ $rc = 0 ]; then
+        echo "32-bit programs run here: running the test program directly"
+    elif command -v qemu-i386 >/dev/null; then
+        runner=(qemu-i386 -L /)
+        echo "32-bit programs do not run here (exit $rc): running the test program under qemu-i386"
+        note "linux32: 32-bit programs do not run on this machine: the test program ran under qemu-i386"
+    else
+        fail "linux32: 32-bit programs do not run here (exit $rc) and qemu-i386 is not installed"
+        return
+    fi
+    rm -f "$report"
+    UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1" timeout -k 10 1800 "${runner[@]}" "$prog" \
+        --gtest_output="xml:$report" </dev/null 2>&1 | grep -v -E '^\[ +(OK|RUN) +\]' | tail -n 30
+    rc=${PIPESTATUS[0]}
+    counts=$(python3 -c 'import sys; sys.path.insert(0, sys.argv[1]); import count_results as c
+p, f, s = c.gtest_cases(sys.argv[2]); print(p, len(f), s)' "$ROOT/scripts" "$report" 2>/dev/null)
+    read -r passed failed skipped <<<"${counts:-0 0 0}"
+    PASSED=$((PASSED + passed))
+    SKIPPED=$((SKIPPED + ${skipped:-0}))
+    if [ "$rc" != 0 ] || [ "${failed:-0}" != 0 ] || [ "${passed:-0}" = 0 ]; then
+        fail "linux32: exit $rc, $passed passed, $failed failed" "$(( ${failed:-0} > 0 ? failed : 1 ))"
+    else
+        printf -- '---------- ok: linux32: %s test cases (%s skipped)\n' "$passed" "${skipped:-0}"
+    fi
+}
+if wants linux32; then
+    leg_start
+    run_linux32
+    leg_end linux32
 fi
 
 # ---------------------------------------------------------------------------------------------
@@ -356,7 +404,13 @@ run_windows() {
         check_windows_binaries win64 "$dir64" '^PE32\+ executable \(DLL\).*x86-64' \
             x86_64-w64-mingw32-objdump
     fi
+    LAST_CASES=0
     [ -f "$dir64/bin/cmddata_tests.exe" ] && run_under_wine win64 "$dir64"
+    # The 64-bit run stands in for the 32-bit one; the 32-bit cases did not run.
+    if [ "$LAST_CASES" -gt 0 ]; then
+        SKIPPED=$((SKIPPED + LAST_CASES))
+        echo "$LAST_CASES test cases of the 32-bit Windows build not run: counted as skipped"
+    fi
 }
 if wants windows; then
     leg_start
@@ -380,5 +434,5 @@ if [ ${#FAILURES[@]} -gt 0 ]; then
     printf '  %s\n' "${FAILURES[@]}"
 fi
 echo
-echo "summary: $PASSED passed, $FAILED failed"
+echo "summary: $PASSED passed, $FAILED failed, $SKIPPED skipped"
 [ "$FAILED" = 0 ]

@@ -90,6 +90,35 @@ TEST(CoreBuffer, AddAppendsAndRefusesBadArgumentsAndSizesPast32Bits) {
     EXPECT_EQ(big.GetAt()[0], 0x42);
 }
 
+// Sizes within a block head of 4 GB: a 32-bit size_t cannot hold the block, and the request must
+// fail before malloc sees a wrapped size (it would hand back a few bytes that are then overrun).
+TEST(CoreBuffer, SizesNear4GBFailWhereTheAddressSpaceCannotHoldThem) {
+    if (sizeof(std::size_t) > 4) GTEST_SKIP() << "64-bit: such a block may really exist";
+    for (std::uint32_t size : {0xFFFFFFFFu, 0xFFFFFFF8u, 0xFFFFFFF1u}) {
+        EXPECT_EQ(cmddata::detail::SharedBlock::Allocate(size), nullptr) << size;
+        CCmdBuffer b;
+        Fill(b, "kept");
+        EXPECT_EQ(b.SetSize(size), result::kOutOfMemory) << size;
+        EXPECT_EQ(b.GetSize(), 0u);
+        Fill(b, "kept");
+        EXPECT_EQ(b.SetAt(b.GetAt(), size), result::kOutOfMemory) << size;
+    }
+    CCmdBuffer grown;
+    Fill(grown, "ab");
+    EXPECT_EQ(grown.Add(grown.GetAt(), 0xFFFFFFF4u), result::kOutOfMemory);
+    EXPECT_EQ(Bytes(grown), "6162");  // what the caller owns is kept
+}
+
+// The bytes keep the alignment malloc gives, and a 32-bit heap promises 8.
+TEST(CoreBuffer, BlocksAreAlignedToEight) {
+    for (std::uint32_t size : {1u, 7u, 24u, 1000u}) {
+        cmddata::detail::SharedBlock owner;
+        owner.Reset(cmddata::detail::SharedBlock::Allocate(size));
+        ASSERT_NE(owner.get(), nullptr);
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(owner.get()) % 8, 0u);
+    }
+}
+
 TEST(CoreString, TextSettersStoreTheirBytes) {
     CCmdString s;
     s = "AB";  // narrow, terminator counted

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <fstream>
 #include <random>
 #include <string>
 #include <utility>
@@ -23,6 +24,15 @@ std::string UniqueName() {
     const auto ticks = std::chrono::steady_clock::now().time_since_epoch().count();
     return "cmddata-core-test-" + std::to_string(device()) + "-" +
            std::to_string(static_cast<unsigned long long>(ticks) % 1000000007ull);
+}
+
+// This process's mapped address space in kB, where the system tells (Linux), else 0.
+std::uint64_t MappedKb() {
+    std::ifstream status("/proc/self/status");
+    std::string line;
+    while (std::getline(status, line))
+        if (line.compare(0, 7, "VmSize:") == 0) return std::stoull(line.substr(7));
+    return 0;
 }
 
 std::size_t ToAnsi(const char16_t* text, char* out, std::size_t outSize) {
@@ -52,6 +62,48 @@ TEST(CoreRegion, StreamsOnTheHandleWriteBytesVisibleThroughData) {
     std::int32_t value = 0;
     EXPECT_EQ(reader.Read(&value), result::kOk);
     EXPECT_EQ(value, 0x78561234);
+}
+
+// Without a shared view, a 32-bit process runs out of address space after about 1,900 streams
+// over a 1 MiB region, and every later stream is silently not attached.
+TEST(CoreRegion, StreamsOverOneMappingShareOneView) {
+    SharedRegion region = SharedRegion::Create(1u << 20);
+    ASSERT_TRUE(region.IsValid());
+    const CCmdWriter first(region.handle(), region.size());
+    ASSERT_TRUE(first.IsAttached());
+    const std::uint64_t before = MappedKb();
+    for (int i = 0; i < 20000; ++i) {
+        const CCmdWriter writer(region.handle(), region.size());
+        const CCmdReader reader(region.handle(), region.size());
+        ASSERT_EQ(writer.GetBase(), first.GetBase()) << "stream " << i;
+        ASSERT_EQ(reader.GetBase(), first.GetBase()) << "stream " << i;
+    }
+    if (before != 0) {
+        EXPECT_LT(MappedKb(), before + 4096);
+    }
+}
+
+// A closed handle's value is soon given to the next mapping; the shared view of the old one
+// must not be handed to streams over the new one, even at the same size.
+TEST(CoreRegion, AReusedHandleValueNeverReachesTheClosedRegionsView) {
+    const unsigned char* oldView = nullptr;
+    {
+        SharedRegion closed = SharedRegion::Create(kPage);
+        ASSERT_TRUE(closed.IsValid());
+        const CCmdWriter writer(closed.handle(), closed.size());
+        oldView = writer.GetBase();
+    }
+    for (int round = 0; round < 3; ++round) {
+        SharedRegion region = SharedRegion::Create(kPage);
+        ASSERT_TRUE(region.IsValid());
+        CCmdWriter writer(region.handle(), region.size());
+        ASSERT_TRUE(writer.IsAttached());
+        EXPECT_NE(writer.GetBase(), oldView);
+        const std::int32_t value = 0x12345678 + round;
+        EXPECT_EQ(writer.Write(&value, 4), result::kOk);
+        EXPECT_EQ(Hex(region.data(), 4), Hex(reinterpret_cast<const unsigned char*>(&value), 4));
+        oldView = writer.GetBase();
+    }
 }
 
 TEST(CoreRegion, StreamSizeLargerThanTheMappingIsCutToTheView) {

@@ -172,6 +172,21 @@ TEST(DwordSupportImage, DataTravelsAsTwelveByteImage) {
     EXPECT_EQ(WireHex(received).substr(16, 8), "00000000");
 }
 
+TEST(DwordSupportImage, SupportRecordCarriesThemBehindPrefixAndHeader) {
+    CCmdSupport sent;
+    sent.supportWord = 0x11223344;
+    sent.supportData = 0x55667788;
+    EXPECT_EQ(WireHex(sent), "01000000" + std::string(40, '0') +  // prefix, header words
+                                 "44332211"
+                                 "00000000"
+                                 "01000000"
+                                 "88776655");
+    CCmdSupport received;
+    EXPECT_EQ(Transfer(sent, received), 40u);
+    EXPECT_EQ(received.supportWord, 0x11223344u);
+    EXPECT_EQ(static_cast<std::uint32_t>(received.supportData), 0x55667788u);
+}
+
 // --- messages ---
 
 TEST(EventMessages, DrsFileRequestSendsItsFirstDeclaredTextLastFromVersionTwo) {

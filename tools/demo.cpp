@@ -204,7 +204,17 @@ int RunDemo(const DemoOptions& options) {
         std::error_code ec;
         std::filesystem::create_directories(options.saveDir, ec);
         if (ec) {
-            std::fprintf(stderr, "cmddata demo: cannot create the directory '%s'\n",
+            std::fprintf(stderr, "cmddata demo: cannot create the directory '%s': %s\n",
+                         options.saveDir.c_str(), ec.message().c_str());
+            return kExitFailed;
+        }
+        // Found out now rather than after the first exchange.
+        const std::filesystem::path probe =
+            std::filesystem::path(options.saveDir) / ".cmddata-write-probe";
+        const bool writable = static_cast<bool>(std::ofstream(probe, std::ios::binary) << 'x');
+        std::filesystem::remove(probe, ec);
+        if (!writable) {
+            std::fprintf(stderr, "cmddata demo: cannot write into the directory '%s'\n",
                          options.saveDir.c_str());
             return kExitFailed;
         }

@@ -4,12 +4,11 @@
 #include "dump.h"
 
 #include <cstdio>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <sstream>
 
 #include "cmddata/core/shared_region.h"
+#include "os.h"
 #include "printers.h"
 #include "registry.h"
 #include "text.h"
@@ -78,31 +77,35 @@ bool LoadInput(const DumpOptions& options, Input* input) {
         input->live = true;
         cmddata::SharedRegion region = cmddata::SharedRegion::OpenNamed(options.region);
         if (!region.IsValid()) {
-            std::fprintf(stderr, "cmddata dump: cannot open the shared region '%s'\n",
+            std::fprintf(stderr,
+                         "cmddata dump: cannot open the shared region '%s' (no such region, or "
+                         "it is empty)\n",
                          options.region.c_str());
             return false;
         }
+        if (region.size() > kLargestInput) {
+            std::fprintf(stderr,
+                         "cmddata dump: the region '%s' holds %llu bytes, more than the %u "
+                         "that dump reads\n",
+                         options.region.c_str(), static_cast<unsigned long long>(region.size()),
+                         static_cast<unsigned>(kLargestInput));
+            return false;
+        }
         input->bytes.assign(region.data(), region.data() + region.size());
-    } else {
-        input->source = options.file;
-        std::ifstream in(options.file, std::ios::binary);
-        if (!in) {
-            std::fprintf(stderr, "cmddata dump: cannot open %s\n", options.file.c_str());
-            return false;
-        }
-        input->bytes.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-        if (in.bad()) {
-            std::fprintf(stderr, "cmddata dump: cannot read %s\n", options.file.c_str());
-            return false;
-        }
+        return true;
     }
-    if (input->bytes.empty()) {
-        std::fprintf(stderr, "cmddata dump: %s is empty: no message to decode\n",
-                     input->source.c_str());
+    input->source = options.file;
+    bool more = false;
+    std::string error;
+    if (!os::ReadFileBytes(options.file, kLargestInput, &input->bytes, &more, &error)) {
+        std::fprintf(stderr, "cmddata dump: %s\n", error.c_str());
         return false;
     }
-    if (input->bytes.size() > 0xFFFFFFFFu) {
-        std::fprintf(stderr, "cmddata dump: %s is larger than any region\n", input->source.c_str());
+    if (more) {
+        std::fprintf(stderr,
+                     "cmddata dump: %s holds more than %u bytes, more than the largest region "
+                     "dump reads; stopped there\n",
+                     options.file.c_str(), static_cast<unsigned>(kLargestInput));
         return false;
     }
     return true;
@@ -328,7 +331,9 @@ bool DecodeAs(const unsigned char* data, std::uint32_t size, const cmddata::Comm
                                     : "CCmdHeaderOnly (stand-in)")
                              : cls.className;
     // The reader works on a private copy: decoding never touches the caller's bytes.
+    // One byte at least: an empty message is read from an attached stream of size 0.
     std::vector<unsigned char> copy(data, data + size);
+    copy.resize(size == 0 ? 1 : size);
     CCmdReader reader;
     reader.AttachView(copy.data(), size);
     TreeBuilder tree(out->className);
@@ -346,6 +351,15 @@ int RunDump(const DumpOptions& options) {
     if (const int usage = ReadOptions(options, &request); usage != kExitOk) return usage;
     Input input;
     if (!LoadInput(options, &input)) return kExitFailed;
+    // Without the command and side nothing can be said of no bytes; with them, an empty input is
+    // the complete message of a class whose wire form is empty.
+    if (input.bytes.empty() && (request.forced == nullptr || request.sides.size() != 1)) {
+        std::fprintf(stderr,
+                     "cmddata dump: %s is empty: no message to decode (an empty message needs "
+                     "--command and --side)\n",
+                     input.source.c_str());
+        return kExitFailed;
+    }
     const std::vector<Candidate> candidates = FindCandidates(input, &request);
     if (candidates.empty()) return kExitFailed;
     const std::vector<Decoded> attempts = DecodeCandidates(input, candidates, request, options);

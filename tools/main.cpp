@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <cstring>
+#include <exception>
 #include <string>
 
 #include "tool.h"
@@ -133,9 +134,7 @@ std::string Chosen(CLI::App& app) {
     return chosen.empty() ? std::string() : chosen.front()->get_name();
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int Main(int argc, char** argv) {
     CLI::App app("Exchanges, decodes and lists the messages of the cmddata library.", "cmddata");
     app.require_subcommand(1);
     app.get_formatter()->column_width(24);
@@ -245,4 +244,19 @@ int main(int argc, char** argv) {
     }
     if (schemaCmd->parsed()) return RunSchema(schema);
     return RunList(list);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    // The last resort: every known failure is reported where it happens, and nothing that
+    // escapes is allowed to end the program with an abort.
+    try {
+        return Main(argc, argv);
+    } catch (const std::exception& e) {
+        std::fprintf(stderr, "cmddata: %s\n", e.what());
+    } catch (...) {
+        std::fprintf(stderr, "cmddata: unexpected failure\n");
+    }
+    return kExitFailed;
 }

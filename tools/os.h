@@ -2,6 +2,7 @@
 // named semaphores and a sleep. Two halves (os_posix.cpp, os_windows.cpp); CMake picks one.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -16,6 +17,13 @@ std::string SelfPath();
 /// True while a process of this id exists.
 bool ProcessAlive(std::uint32_t pid);
 void SleepMs(std::uint32_t ms);
+
+/// Reads a file's bytes, at most max of them: *more says there were more (the rest is not read,
+/// so an endless or huge file costs max + 1 bytes at most). A named pipe without a writer reads
+/// as empty instead of waiting for one. False with a one-line reason (directory, cannot open,
+/// read error) on failure.
+bool ReadFileBytes(const std::string& path, std::size_t max, std::vector<unsigned char>* bytes,
+                   bool* more, std::string* error);
 
 /// A child process started from an executable path and its arguments.
 class Child {

@@ -5,6 +5,7 @@
 #include <signal.h>
 #include <spawn.h>
 #include <string.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <time.h>
 #include <unistd.h>
@@ -37,6 +38,51 @@ void SleepMs(std::uint32_t ms) {
 
 Child::~Child() {
     if (started_ && !ended_) Kill();
+}
+
+bool ReadFileBytes(const std::string& path, std::size_t max, std::vector<unsigned char>* bytes,
+                   bool* more, std::string* error) {
+    bytes->clear();
+    *more = false;
+    // Non-blocking open: a named pipe nobody writes to would otherwise wait here for ever.
+    const int fd = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0) {
+        *error = "cannot open " + path + ": " + strerror(errno);
+        return false;
+    }
+    struct stat st;
+    if (fstat(fd, &st) != 0 || S_ISDIR(st.st_mode)) {
+        *error = S_ISDIR(st.st_mode) ? path + " is a directory, not a file" : "cannot read " + path;
+        close(fd);
+        return false;
+    }
+    // Reads block again from here on: a pipe with a writer delivers what it is given.
+    fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) & ~O_NONBLOCK);
+    if (S_ISREG(st.st_mode) && static_cast<std::uint64_t>(st.st_size) > max) {
+        *more = true;  // a huge (perhaps sparse) file is refused without reading it
+        close(fd);
+        return true;
+    }
+    std::vector<unsigned char> chunk(64 * 1024);
+    for (;;) {
+        const ssize_t n = read(fd, chunk.data(), chunk.size());
+        if (n < 0 && errno == EINTR) continue;
+        if (n < 0) {
+            *error = "cannot read " + path + ": " + strerror(errno);
+            close(fd);
+            return false;
+        }
+        if (n == 0) break;
+        const std::size_t room = max - bytes->size();
+        if (static_cast<std::size_t>(n) > room) {
+            bytes->insert(bytes->end(), chunk.begin(), chunk.begin() + room);
+            *more = true;
+            break;
+        }
+        bytes->insert(bytes->end(), chunk.begin(), chunk.begin() + n);
+    }
+    close(fd);
+    return true;
 }
 
 bool Child::Start(const std::string& path, const std::vector<std::string>& args,

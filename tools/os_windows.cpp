@@ -29,6 +29,51 @@ std::string Quote(const std::string& arg) {
 }
 }  // namespace
 
+bool ReadFileBytes(const std::string& path, std::size_t max, std::vector<unsigned char>* bytes,
+                   bool* more, std::string* error) {
+    bytes->clear();
+    *more = false;
+    const DWORD attributes = GetFileAttributesA(path.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        *error = path + " is a directory, not a file";
+        return false;
+    }
+    HANDLE file = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                              nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        *error = "cannot open " + path + " (error " + std::to_string(GetLastError()) + ")";
+        return false;
+    }
+    LARGE_INTEGER size;
+    if (GetFileType(file) == FILE_TYPE_DISK && GetFileSizeEx(file, &size) &&
+        static_cast<std::uint64_t>(size.QuadPart) > max) {
+        *more = true;  // a huge file is refused without reading it
+        CloseHandle(file);
+        return true;
+    }
+    std::vector<unsigned char> chunk(64 * 1024);
+    for (;;) {
+        DWORD n = 0;
+        if (!ReadFile(file, chunk.data(), static_cast<DWORD>(chunk.size()), &n, nullptr)) {
+            const DWORD code = GetLastError();
+            if (code == ERROR_BROKEN_PIPE || code == ERROR_HANDLE_EOF) break;
+            *error = "cannot read " + path + " (error " + std::to_string(code) + ")";
+            CloseHandle(file);
+            return false;
+        }
+        if (n == 0) break;
+        const std::size_t room = max - bytes->size();
+        if (n > room) {
+            bytes->insert(bytes->end(), chunk.begin(), chunk.begin() + room);
+            *more = true;
+            break;
+        }
+        bytes->insert(bytes->end(), chunk.begin(), chunk.begin() + n);
+    }
+    CloseHandle(file);
+    return true;
+}
+
 std::uint32_t ProcessId() { return static_cast<std::uint32_t>(GetCurrentProcessId()); }
 
 std::string SelfPath() {

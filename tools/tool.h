@@ -11,6 +11,10 @@ constexpr int kExitOk = 0;
 constexpr int kExitFailed = 1;
 constexpr int kExitUsage = 2;
 
+/// The most bytes dump reads from a file or a region (64 MiB, 64 times the demo's region): a
+/// larger, endless or sparse input is refused after reading at most this much, never loaded whole.
+constexpr std::uint32_t kLargestInput = 64u * 1024 * 1024;
+
 /// Prints "cmddata <command>: <message> (see 'cmddata <command> --help')" as one line to stderr;
 /// returns kExitUsage.
 int UsageError(const std::string& command, const std::string& message);

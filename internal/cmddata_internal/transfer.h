@@ -105,13 +105,20 @@ inline bool EqualShort(const unsigned char* x, const unsigned char* y, std::uint
     return x[0] == y[0] && x[n / 2] == y[n / 2] && x[n - 1] == y[n - 1];
 }
 
+// Bytes from base to at, unsigned: a pointer difference is a signed 32-bit value in a 32-bit
+// process and goes negative in a view that reaches past 2 GB.
+inline std::uint64_t Offset(const unsigned char* at, const unsigned char* base) {
+    return static_cast<std::uintptr_t>(reinterpret_cast<std::uintptr_t>(at) -
+                                       reinterpret_cast<std::uintptr_t>(base));
+}
+
 // Steps 2 to 6 of a transfer of count (>= 1) bytes; fromRegion says which way the bytes go.
 inline Result Transfer(CCmdStreamBase& s, void* object, std::uint32_t count, bool fromRegion) {
     unsigned char*& pos = Access::Position(s);
     std::uint32_t& last = Access::LastError(s);
     if (pos == nullptr) return last = result::kNotAttached;
     // 64-bit sum: a 32-bit one could wrap and let a huge count through.
-    const std::uint64_t used = static_cast<std::uint64_t>(pos - Access::Base(s));
+    const std::uint64_t used = Offset(pos, Access::Base(s));
     if (used + count > Access::Size(s)) return last = result::kPastEnd;
     unsigned char* const obj = static_cast<unsigned char*>(object);
     bool same;
@@ -141,7 +148,7 @@ CMDDATA_ALWAYS_INLINE Result TransferFixed(CCmdStreamBase& s, void* object, bool
     std::uint32_t& last = Access::LastError(s);
     unsigned char* const at = pos;
     if (at == nullptr) return last = result::kNotAttached;
-    const std::uint64_t used = static_cast<std::uint64_t>(at - Access::Base(s));
+    const std::uint64_t used = Offset(at, Access::Base(s));
     if (used + N > Access::Size(s)) return last = result::kPastEnd;
     if (fromRegion)
         std::memcpy(object, at, N);

@@ -202,6 +202,56 @@ class HelpAndErrors(unittest.TestCase):
         self.assertIn("cannot open", err)
 
 
+class HostileInputs(unittest.TestCase):
+    """Inputs that are not messages: each fails with one line on stderr and exit status 1,
+    quickly, whatever it is."""
+
+    def fails_in_one_line(self, *args):
+        code, out, err = run(*args, timeout=30)
+        self.assertEqual((code, out), (1, ""), (args, err))
+        self.assertEqual(len(err.strip().splitlines()), 1, (args, err))
+        self.assertRegex(err, r"^cmddata (dump|demo): ", args)
+        return err
+
+    def test_files_that_are_not_messages(self):
+        self.assertIn("directory", self.fails_in_one_line("dump", WORK))
+        self.assertIn("empty", self.fails_in_one_line("dump", write_temp("empty.bin", b"")))
+        if WRAPPER:
+            return
+        sparse = os.path.join(WORK, "sparse.bin")
+        with open(sparse, "wb") as f:
+            f.truncate(4 << 30)
+        try:
+            self.assertIn("more than", self.fails_in_one_line("dump", sparse))
+        finally:
+            os.unlink(sparse)
+        for endless in ("/dev/zero", "/dev/urandom"):
+            self.assertIn("more than", self.fails_in_one_line("dump", endless))
+        if os.path.exists("/proc/self/mem"):  # opens, but reading at offset 0 fails
+            self.assertIn("cannot read", self.fails_in_one_line("dump", "/proc/self/mem"))
+        fifo = os.path.join(WORK, "fifo")
+        os.mkfifo(fifo)  # nobody writes to it: read as empty, not waited on
+        self.assertIn("empty", self.fails_in_one_line("dump", fifo))
+
+    @unittest.skipIf(not os.path.isdir("/dev/shm"), "no POSIX shared memory directory")
+    def test_regions_that_are_not_messages(self):
+        if WRAPPER:
+            self.skipTest("regions of the emulated system are not visible here")
+        self.fails_in_one_line("dump", "--region", "cmddata-no-such-region-%d" % os.getpid())
+        for size, reason in ((0, "cannot open"), (4 << 30, "cannot open"), (80 << 20, "more than")):
+            name = "cmddata-test-%d-%d" % (os.getpid(), size)
+            with open("/dev/shm/" + name, "wb") as f:
+                f.truncate(size)
+            try:
+                self.assertIn(reason, self.fails_in_one_line("dump", "--region", name), size)
+            finally:
+                os.unlink("/dev/shm/" + name)
+
+    def test_unwritable_save_directory(self):
+        under_a_file = os.path.join(write_temp("plain.bin", b"x"), "saved")
+        self.fails_in_one_line("demo", "--save", under_a_file)
+
+
 class List(unittest.TestCase):
     def test_catalogue_rows(self):
         code, out, _ = run("list")
@@ -324,12 +374,17 @@ class Dump(unittest.TestCase):
         _, files = saved_demo()
         rows = catalogue()
         sample = set(spread(files, 16))
-        for name in spread(files, 120):
+        empty = {n for n in files if not files[n]}
+        self.assertEqual(len(empty), 6)
+        for name in sorted(set(spread(files, 120)) | empty):
             data = files[name]
             _, command, side = saved_name(name)
             path = os.path.join(WORK, "saved", name)
-            if not data:  # a message that puts nothing on the wire
+            if not data:  # a message that puts nothing on the wire: complete once named
                 self.assertEqual(run("dump", path)[0], 1)
+                code, doc, err = dump_json(path, "--command", command, "--side", side)
+                self.assertEqual(code, 0, (name, err))
+                self.assertTrue(doc["complete"] and doc["accepted"], name)
                 continue
             headerless = rows[command][1 if side == "snd" else 2] == "none"
             named = ["--command", command] if headerless else []

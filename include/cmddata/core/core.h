@@ -55,7 +55,8 @@ class StreamState;
 /// Fields shared by both streams; kept in one place so the two stay identical.
 class CMDDATA_API CCmdStreamBase {
 public:
-    /// Maps a view of the whole mapping (never unmapped) and sets position and base to it.
+    /// Takes the view of the whole mapping that all streams over it share (mapped by the first,
+    /// never unmapped) and sets position and base to it.
     /// The last error is left as it was. A size beyond the mapped view is cut to the view.
     void Attach(cmddata::platform::MappingHandle mapping, std::uint32_t size);
     /// Uses memory the caller has already mapped (or owns) as the region; nothing is mapped.

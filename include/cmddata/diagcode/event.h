@@ -178,6 +178,18 @@ public:
     std::uint16_t itemNumber = 0;
 };
 
+/// A support word and its data kept with the header of the answer that brought it. This library
+/// gives it the fields of CCmdDwordSupportInfo behind the header with its version prefix: the
+/// support word, then the 12-byte image of the support data.
+class CMDDATA_API CCmdSupport : public CCmdBaseInfo {
+public:
+    CMDDATA_FIELDS(CCmdSupport)
+    CCmdSupport() : CCmdBaseInfo(1, 0) {}
+    using CCmdBaseInfo::operator=;
+    std::uint32_t supportWord = 0;
+    CCmdDwordData supportData;  // image
+};
+
 /// One data record of a recorded behaviour: its number, a freeze frame, a word and help texts.
 class CMDDATA_API CCmdBehaviorDataRecord : public CCmdCore {
 public:

@@ -22,7 +22,8 @@ using MappingHandle = int;
 CMDDATA_API MappingHandle InvalidMapping();
 
 /// Maps the whole mapping object read-write from its start. Returns null on failure; the view
-/// size (bytes actually mapped) goes to *viewSize. Views mapped here are never unmapped.
+/// size (bytes actually mapped) goes to *viewSize. Every call for the same mapping object gets
+/// the same view (known by the object, not by the handle's value); views are never unmapped.
 CMDDATA_API unsigned char* MapWholeView(MappingHandle mapping, std::size_t* viewSize);
 
 /// The calling thread's 32-bit identifier.
