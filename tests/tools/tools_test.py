@@ -589,7 +589,7 @@ class Schema(unittest.TestCase):
         messages = {(c["command"], c["side"]) for c in classes.values() if c["kind"] == "message"}
         built = {(r, s) for r, row in catalogue().items() if row[3] for s in ("snd", "rcv")}
         self.assertLessEqual(built, messages)
-        for name in spread(files, 150):
+        for name in spread(files, 40):  # spread over the families; each is a process
             _, command, side = saved_name(name)
             if not files[name]:
                 continue
