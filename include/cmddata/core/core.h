@@ -62,8 +62,11 @@ public:
     /// Uses memory the caller has already mapped (or owns) as the region; nothing is mapped.
     void AttachView(void* view, std::uint32_t size);
     std::uint32_t GetLastError() const { return lastError_; }
-    /// Bytes moved so far (position minus base).
-    std::uint32_t GetPosition() const { return static_cast<std::uint32_t>(position_ - base_); }
+    /// Bytes moved so far: position minus base, unsigned (a view may lie above 2 GB).
+    std::uint32_t GetPosition() const {
+        return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(position_) -
+                                          reinterpret_cast<std::uintptr_t>(base_));
+    }
     std::uint32_t GetSize() const { return size_; }
     const unsigned char* GetBase() const { return base_; }
     bool IsAttached() const { return position_ != nullptr; }
