@@ -17,6 +17,7 @@
 #include "cmddata/core/describe.h"
 #include "cmddata/core/processor.h"
 #include "registry.h"
+#include "schema.h"
 #include "tool.h"
 
 namespace cmdtool {
@@ -381,12 +382,17 @@ void PrintText(std::ostream& out, const ordered_json& classes) {
 
 }  // namespace
 
-int RunSchema(const SchemaOptions& options) {
+nlohmann::ordered_json DescribeClasses() {
     std::size_t count = 0;
     const cmddata::ClassInfo* table = cmddata::Classes(&count);
     ordered_json classes = ordered_json::array();
     for (std::size_t i = 0; i < count; ++i) classes.push_back(DescribeClass(table[i]));
     ResolveWidths(classes);
+    return classes;
+}
+
+int RunSchema(const SchemaOptions& options) {
+    ordered_json classes = DescribeClasses();
 
     std::ostringstream text;
     if (options.json) {
