@@ -1,6 +1,7 @@
 // cmddata demo: the requesting side. Creates the named region and the signals, starts the vehicle
 // side as a second process, plays the showcases, then walks every command whose two classes are
 // built, and prints the transcript.
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -12,6 +13,7 @@
 #include "cmddata/core/result.h"
 #include "cmddata/core/shared_region.h"
 #include "demo.h"
+#include "history.h"
 #include "os.h"
 #include "registry.h"
 #include "signalling.h"
@@ -28,7 +30,11 @@ class DemoSession : public Session {
 public:
     DemoSession(cmddata::SharedRegion& region, Signals& signals, os::Child& child,
                 const DemoOptions& options)
-        : region_(region), signals_(signals), child_(child), options_(options) {}
+        : region_(region),
+          signals_(signals),
+          child_(child),
+          options_(options),
+          history_(region.data() + kHistoryOffset, kHistorySize) {}
 
     std::ostream& Out() override { return std::cout; }
 
@@ -109,7 +115,8 @@ private:
         Control told;
         told.command = static_cast<std::uint32_t>(&command - cmddata::kCommands) + 1;
         told.showcase = showcase;
-        told.Store(region_.data() + kMessageArea);
+        told.Store(region_.data() + kControlOffset);
+        history_.Append(told.command, 0, count_, region_.data(), *sent);
         signals_.RequestReady();
 
         const WaitOutcome waited = signals_.WaitAnswer(
@@ -124,7 +131,9 @@ private:
                                       " request within " + std::to_string(options_.timeoutMs) +
                                       " ms: the vehicle side is not responding");
         }
-        *control = Control::Load(region_.data() + kMessageArea);
+        *control = Control::Load(region_.data() + kControlOffset);
+        history_.Append(told.command, 1, count_, region_.data(),
+                        std::min(control->answerSize, kMessageArea));
         bytesSent_ += *sent;
         return true;
     }
@@ -172,6 +181,11 @@ private:
     bool broken_ = false;
     std::uint64_t bytesSent_ = 0;
     std::uint64_t bytesReceived_ = 0;
+    HistoryWriter history_;
+
+public:
+    /// Tells watchers that no more messages follow.
+    void EndHistory() { history_.End(); }
 };
 
 std::string FaultArgument(const Fault& fault) {
@@ -247,11 +261,14 @@ int RunDemo(const DemoOptions& options) {
         return kExitFailed;
     }
     std::cout << "requesting side: process " << os::ProcessId() << ", region '" << name << "' ("
-              << region.size() << " bytes, the last " << kControlSize << " a control block)\n"
+              << region.size() << " bytes: messages, a " << kHistorySize / 1024
+              << " KiB history that 'cmddata watch' follows, a " << kControlSize
+              << "-byte control block)\n"
               << "vehicle side:    process " << child.Id() << "\n";
 
     DemoSession session(region, signals, child, options);
     Play(session);
+    session.EndHistory();
 
     signals.EndSession();
     int code = 0;

@@ -22,7 +22,12 @@ namespace cmdtool {
 
 constexpr std::uint32_t kRegionSize = 1024 * 1024;
 constexpr std::uint32_t kControlSize = 128;
-constexpr std::uint32_t kMessageArea = kRegionSize - kControlSize;
+constexpr std::uint32_t kControlOffset = kRegionSize - kControlSize;
+/// Before the control block, the history of recent messages that 'cmddata watch' follows
+/// (history.h); only the requesting side writes it.
+constexpr std::uint32_t kHistorySize = 512 * 1024;
+constexpr std::uint32_t kHistoryOffset = kControlOffset - kHistorySize;
+constexpr std::uint32_t kMessageArea = kHistoryOffset;
 
 /// How the vehicle side recognised a request.
 enum class Recognised : std::uint32_t {

@@ -76,7 +76,7 @@ using namespace cmdtool;
 
 const char kSummary[] =
     "usage: cmddata <command> [options]\n"
-    "commands: demo, dump, list, schema; 'cmddata <command> --help' describes each.\n";
+    "commands: demo, dump, list, schema, ksy, watch; 'cmddata <command> --help' describes each.\n";
 
 const char kDemoText[] =
     "Exchanges every built command between two processes. This process (the requesting side)\n"
@@ -115,6 +115,21 @@ const char kSchemaText[] =
     "array item counts and image sizes; classes that read fields in another order than they\n"
     "write them give their read order too. --json prints one document (schema_version 1,\n"
     "described in docs/schema.md).";
+
+const char kKsyText[] =
+    "Writes a Kaitai Struct description (.ksy) of every class of the class table into DIR, made\n"
+    "from the field lists like the schema: one file per class, nested records imported from\n"
+    "their own files, texts and buffers from cmddata_string.ksy and cmddata_buffer.ksy, and\n"
+    "DIR/index.json naming each class's file and top-level type.";
+
+const char kWatchText[] =
+    "Follows a live region read-only and prints one line per message as it passes: time (UTC),\n"
+    "sequence, exchange, command, side, bytes, and whether it decodes whole or where it stops;\n"
+    "--json prints one JSON object per line with the full decode. A demo's region is followed\n"
+    "through its message history, in order, none missed or repeated; any other region is\n"
+    "reported when its content changes (messages between two looks may be missed). Ends when\n"
+    "the demo ends, the region goes away, --count or --seconds is reached, or on Ctrl-C, with\n"
+    "a summary: messages per command and rates.";
 
 CLI::Validator FaultValidator() {
     return CLI::Validator(
@@ -212,6 +227,27 @@ int Main(int argc, char** argv) {
     schemaCmd->add_option("-o,--output", schema.output, "write to FILE instead of standard output")
         ->type_name("FILE");
 
+    KsyOptions ksy;
+    CLI::App* ksyCmd = app.add_subcommand("ksy", "write Kaitai Struct descriptions of every class");
+    ksyCmd->footer(kKsyText);
+    ksyCmd->add_option("--out", ksy.outDir, "the directory to write into")
+        ->type_name("DIR")
+        ->required();
+
+    WatchOptions watch;
+    CLI::App* watchCmd = app.add_subcommand("watch", "report the messages passing a live region");
+    watchCmd->footer(kWatchText);
+    watchCmd->add_option("--region", watch.region, "the named shared region")
+        ->type_name("NAME")
+        ->required();
+    watchCmd->add_flag("--json", watch.json, "one JSON object per line");
+    watchCmd->add_option("--count", watch.count, "stop after N messages")
+        ->type_name("N")
+        ->check(CLI::Range(std::uint64_t{1}, std::uint64_t{1} << 40).description(""));
+    watchCmd->add_option("--seconds", watch.seconds, "stop after S seconds")
+        ->type_name("S")
+        ->check(CLI::Range(1u, 86400u).description(""));
+
     if (argc < 2) {
         std::fputs(kSummary, stderr);
         return kExitUsage;
@@ -243,6 +279,8 @@ int Main(int argc, char** argv) {
         return RunDump(dump);
     }
     if (schemaCmd->parsed()) return RunSchema(schema);
+    if (ksyCmd->parsed()) return RunKsy(ksy);
+    if (watchCmd->parsed()) return RunWatch(watch);
     return RunList(list);
 }
 

@@ -79,5 +79,37 @@ private:
     std::string name_;
 };
 
+/// A named region opened for reading only: never mapped writable, never written. Reads copy out
+/// of it and fail, rather than fault, when the region has shrunk under them.
+class RegionReader {
+public:
+    RegionReader() = default;
+    ~RegionReader();
+    RegionReader(const RegionReader&) = delete;
+    RegionReader& operator=(const RegionReader&) = delete;
+
+    /// Opens the region; false with a one-line reason (no such region, or it is empty).
+    bool Open(const std::string& name, std::string* error);
+    /// The region's size now (0 when it cannot be told).
+    std::uint64_t Size();
+    /// Copies size bytes from offset; false when the region does not hold them (any more).
+    bool Read(std::uint64_t offset, void* out, std::uint32_t size);
+    /// False once the name no longer leads to this region (its creator removed it); true where
+    /// the system keeps a name while anyone has the region open.
+    bool StillNamed();
+
+private:
+    void* handle_ = nullptr;
+    int fd_ = -1;
+    const unsigned char* view_ = nullptr;
+    std::uint64_t size_ = 0;
+    std::string name_;
+};
+
+/// From now on an interrupt (Ctrl-C) or a termination request only sets a flag, so that a loop
+/// can end in order; Interrupted() reads it.
+void CatchInterrupt();
+bool Interrupted();
+
 }  // namespace os
 }  // namespace cmdtool

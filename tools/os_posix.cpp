@@ -5,6 +5,7 @@
 #include <signal.h>
 #include <spawn.h>
 #include <string.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <time.h>
@@ -192,6 +193,78 @@ void Semaphore::Close() {
     handle_ = nullptr;
     owner_ = false;
 }
+
+RegionReader::~RegionReader() {
+    if (fd_ >= 0) close(fd_);
+    handle_ = nullptr;  // the mapping of the Windows half
+    view_ = nullptr;
+}
+
+bool RegionReader::Open(const std::string& name, std::string* error) {
+    // The names the library gives its regions: one leading slash, no other.
+    if (name.empty() || name.find('/') != std::string::npos || name.size() > 62) {
+        *error = "'" + name + "' is not a region name";
+        return false;
+    }
+    name_ = "/" + name;
+    fd_ = shm_open(name_.c_str(), O_RDONLY, 0);
+    if (fd_ < 0) {
+        *error = "cannot open the shared region '" + name + "': " + strerror(errno);
+        return false;
+    }
+    size_ = Size();
+    if (size_ == 0) {
+        *error = "the shared region '" + name + "' is empty";
+        return false;
+    }
+    return true;
+}
+
+std::uint64_t RegionReader::Size() {
+    struct stat st;
+    if (fd_ < 0 || fstat(fd_, &st) != 0 || st.st_size < 0) return 0;
+    return static_cast<std::uint64_t>(st.st_size);
+}
+
+// Read through the descriptor, not a mapping: a region that shrinks gives a short read here
+// where a mapping would fault.
+bool RegionReader::Read(std::uint64_t offset, void* out, std::uint32_t size) {
+    unsigned char* to = static_cast<unsigned char*>(out);
+    while (size > 0) {
+        const ssize_t n = pread(fd_, to, size, static_cast<off_t>(offset));
+        if (n < 0 && errno == EINTR) continue;
+        if (n <= 0) return false;
+        to += n;
+        offset += static_cast<std::uint64_t>(n);
+        size -= static_cast<std::uint32_t>(n);
+    }
+    return true;
+}
+
+bool RegionReader::StillNamed() {
+    const int fd = shm_open(name_.c_str(), O_RDONLY, 0);
+    if (fd < 0) return false;
+    struct stat now, ours;
+    const bool same = fstat(fd, &now) == 0 && fstat(fd_, &ours) == 0 && now.st_dev == ours.st_dev &&
+                      now.st_ino == ours.st_ino;
+    close(fd);
+    return same;
+}
+
+namespace {
+volatile sig_atomic_t interrupted = 0;
+void OnInterrupt(int) { interrupted = 1; }
+}  // namespace
+
+void CatchInterrupt() {
+    struct sigaction action {};
+    action.sa_handler = OnInterrupt;
+    sigemptyset(&action.sa_mask);
+    sigaction(SIGINT, &action, nullptr);
+    sigaction(SIGTERM, &action, nullptr);
+}
+
+bool Interrupted() { return interrupted != 0; }
 
 }  // namespace os
 }  // namespace cmdtool

@@ -1,6 +1,8 @@
 // Windows half of the tool's system services.
 #include <windows.h>
 
+#include <cstring>
+
 #include "os.h"
 
 namespace cmdtool {
@@ -190,6 +192,59 @@ void Semaphore::Close() {
     handle_ = nullptr;
     owner_ = false;
 }
+
+RegionReader::~RegionReader() {
+    if (view_ != nullptr) UnmapViewOfFile(view_);
+    if (handle_ != nullptr) CloseHandle(handle_);
+}
+
+bool RegionReader::Open(const std::string& name, std::string* error) {
+    if (name.empty() || name.size() > 63) {
+        *error = "'" + name + "' is not a region name";
+        return false;
+    }
+    name_ = name;
+    fd_ = -1;  // the descriptor of the POSIX half
+    handle_ = OpenFileMappingA(FILE_MAP_READ, FALSE, name.c_str());
+    if (handle_ == nullptr) {
+        *error = "cannot open the shared region '" + name + "' (no such region)";
+        return false;
+    }
+    // A read-only view: nothing here can write to the region.
+    view_ = static_cast<const unsigned char*>(MapViewOfFile(handle_, FILE_MAP_READ, 0, 0, 0));
+    MEMORY_BASIC_INFORMATION info;
+    if (view_ == nullptr || VirtualQuery(view_, &info, sizeof info) != sizeof info ||
+        info.RegionSize == 0) {
+        *error = "the shared region '" + name + "' is empty or cannot be mapped";
+        return false;
+    }
+    size_ = info.RegionSize;
+    return true;
+}
+
+// A mapping object keeps its size while a view of it exists.
+std::uint64_t RegionReader::Size() { return size_; }
+
+bool RegionReader::Read(std::uint64_t offset, void* out, std::uint32_t size) {
+    if (view_ == nullptr || offset > size_ || size > size_ - offset) return false;
+    std::memcpy(out, view_ + offset, size);
+    return true;
+}
+
+// The system keeps the name while this process holds the mapping open.
+bool RegionReader::StillNamed() { return true; }
+
+namespace {
+volatile LONG interrupted = 0;
+BOOL WINAPI OnInterrupt(DWORD) {
+    interrupted = 1;
+    return TRUE;
+}
+}  // namespace
+
+void CatchInterrupt() { SetConsoleCtrlHandler(OnInterrupt, TRUE); }
+
+bool Interrupted() { return interrupted != 0; }
 
 }  // namespace os
 }  // namespace cmdtool

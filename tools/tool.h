@@ -62,10 +62,23 @@ struct SchemaOptions {
     std::string output;  // empty: standard output
 };
 
+struct KsyOptions {
+    std::string outDir;
+};
+
+struct WatchOptions {
+    std::string region;
+    bool json = false;
+    std::uint64_t count = 0;    // 0: no limit
+    std::uint32_t seconds = 0;  // 0: no limit
+};
+
 int RunDemo(const DemoOptions& options);
 int RunVehicleSide(const VehicleSideOptions& options);
 int RunDump(const DumpOptions& options);
 int RunList(const ListOptions& options);
 int RunSchema(const SchemaOptions& options);
+int RunKsy(const KsyOptions& options);
+int RunWatch(const WatchOptions& options);
 
 }  // namespace cmdtool

@@ -38,7 +38,7 @@ Recognised Recognise(const cmddata::CommandInfo& told, const unsigned char* data
 // returns the answer's size.
 std::uint32_t Answer(cmddata::SharedRegion& region, bool skew) {
     unsigned char* data = region.data();
-    Control control = Control::Load(data + kMessageArea);
+    Control control = Control::Load(data + kControlOffset);
     const cmddata::CommandInfo* told =
         control.command >= 1 && control.command <= cmddata::kCommandCount
             ? &cmddata::kCommands[control.command - 1]
@@ -88,7 +88,7 @@ std::uint32_t Answer(cmddata::SharedRegion& region, bool skew) {
         size = writer.GetPosition();
     }
     control.answerSize = size;
-    control.Store(data + kMessageArea);
+    control.Store(data + kControlOffset);
     return size;
 }
 

@@ -28,6 +28,7 @@ ROOT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..")
 
 TOOL = None
 WRAPPER = []
+SANITIZED = False  # a sanitizer build: the long walks sample their inputs
 WORK = None
 SAVED = None  # (demo stdout, {file name: bytes})
 
@@ -187,6 +188,13 @@ class HelpAndErrors(unittest.TestCase):
             ["schema", "--bogus"],
             ["schema", "extra"],
             ["schema", "-o"],
+            ["ksy"],
+            ["ksy", "--out"],
+            ["watch"],
+            ["watch", "--region"],
+            ["watch", "--region", "r", "--count", "0"],
+            ["watch", "--region", "r", "--seconds", "soon"],
+            ["watch", "--region", "r", "extra"],
         ]
         for args in cases:
             code, out, err = run(*args)
@@ -623,9 +631,216 @@ class Schema(unittest.TestCase):
                                 "docs/wire/%s is stale: run scripts/wire-reference.py" % name)
 
 
+NODE_MODULES = os.environ.get("CMDDATA_NODE_MODULES",
+                              os.path.join(ROOT, "build-test", "node", "node_modules"))
+
+
+class Kaitai(unittest.TestCase):
+    """The .ksy files compile with Kaitai's own compiler, and Kaitai reads every saved message
+    as dump decodes it, field by field."""
+
+    def test_every_saved_message_reads_as_dump_decodes_it(self):
+        node = shutil.which("node")
+        if node is None or not os.path.isdir(os.path.join(NODE_MODULES, "kaitai-struct-compiler")):
+            self.skipTest("node or Kaitai's npm packages missing (scripts/install-deps.sh "
+                          "installs them into %s)" % NODE_MODULES)
+        _, files = saved_demo()
+        ksy = os.path.join(WORK, "ksy")
+        code, out, err = run("ksy", "--out", ksy)
+        self.assertEqual(code, 0, err)
+        with open(os.path.join(ksy, "index.json"), encoding="utf-8") as f:
+            index = json.load(f)["classes"]
+        classes = {c["name"] for c in json.loads(run("schema", "--json")[1])["classes"]}
+        self.assertEqual(set(index), classes)
+        for entry in index.values():
+            self.assertTrue(os.path.isfile(os.path.join(ksy, entry["file"])), entry)
+        started = time.time()
+        names = sorted(files)  # the six empty messages too
+        if SANITIZED or WRAPPER:
+            names = spread(names, 40)
+        manifest = []
+        for name in names:
+            _, command, side = saved_name(name)
+            path = os.path.join(WORK, "saved", name)
+            code, doc, err = dump_json(path, "--command", command, "--side", side)
+            self.assertEqual(code, 0, (name, err))
+            manifest.append({"path": path, "class": doc["class"], "dump": doc})
+        with open(os.path.join(WORK, "manifest.json"), "w", encoding="utf-8") as f:
+            json.dump(manifest, f)
+        dumped = time.time() - started
+        proc = subprocess.run([node, os.path.join(ROOT, "tests", "tools", "ksy_check.js"), ksy,
+                               os.path.join(WORK, "manifest.json"), NODE_MODULES,
+                               os.path.join(WORK, "ksy-js")],
+                              capture_output=True, timeout=240, stdin=subprocess.DEVNULL)
+        out = proc.stdout.decode("utf-8", "replace")
+        self.assertEqual(proc.returncode, 0, out[-4000:] + proc.stderr.decode()[-2000:])
+        sys.stderr.write("\n  ksy: %d decodes in %.1f s; %s" % (len(names), dumped,
+                                                              out.splitlines()[-1]))
+        self.assertIn("%d of %d messages parsed as dump decodes them" % (len(names), len(names)),
+                      out)
+
+    def test_versioned_record_is_read_by_the_readers_rule(self):
+        ksy = os.path.join(WORK, "ksy-rule")
+        self.assertEqual(run("ksy", "--out", ksy)[0], 0)
+        with open(os.path.join(ksy, "c_cmd_ecu_info.ksy"), encoding="utf-8") as f:
+            text = f.read()
+        self.assertIn('value: "version > own_version ? 0 : version"', text)
+        self.assertIn('if: "effective_version >= 2"', text)
+        # An owner that builds the record with another version reads it with that one.
+        self.assertTrue(os.path.isfile(os.path.join(ksy, "c_cmd_ecu_info_v2.ksy")))
+
+    def test_unwritable_output_directory(self):
+        code, out, err = run("ksy", "--out", os.path.join(write_temp("plain2.bin", b"x"), "k"))
+        self.assertEqual((code, len(err.strip().splitlines())), (1, 1), err)
+        self.assertRegex(err, r"^cmddata ksy: ")
+
+
+WATCHED = re.compile(r"#(\d+) +\[(\d{3})\] (\w+) +(snd|rcv) +(\d+) bytes  (.*)")
+
+
+def normalized(out):
+    """A demo transcript without what differs between two runs (process ids, region names)."""
+    return re.sub(r"(process|region 'cmddata-demo-)\s*\d+", r"\1 N", out)
+
+
+@unittest.skipIf(not os.path.isdir("/dev/shm"), "no POSIX shared memory directory")
+class Watch(unittest.TestCase):
+    def setUp(self):
+        if WRAPPER:
+            self.skipTest("regions of the emulated system are not visible here")
+
+    def watch_demo(self, *args):
+        """Runs a demo and a watcher started as soon as its region exists; returns (demo code,
+        demo output, watch code, watch output, watch stderr). A demo that ends before the
+        watcher opens its region is run again."""
+        for _ in range(3):
+            demo = subprocess.Popen([TOOL, "demo"], stdout=subprocess.PIPE,
+                                    stderr=subprocess.PIPE, stdin=subprocess.DEVNULL)
+            region = "cmddata-demo-%d" % demo.pid
+            deadline = time.time() + 20
+            while (not os.path.exists("/dev/shm/" + region) and demo.poll() is None
+                   and time.time() < deadline):
+                time.sleep(0.0005)
+            code, out, err = run("watch", "--region", region, *args)
+            demo_out, _ = demo.communicate(timeout=120)
+            if not (code == 1 and "cannot open" in err):
+                return demo.returncode, demo_out.decode(), code, out, err
+        self.fail("the watcher never got to open a demo's region")
+
+    def test_watcher_reports_every_exchange_in_order(self):
+        saved_out, _ = saved_demo()
+        started = time.time()
+        demo_code, demo_out, code, out, err = self.watch_demo()
+        took = time.time() - started
+        self.assertEqual((demo_code, code), (0, 0), (demo_out[-2000:], err))
+        # The demo is not disturbed: the same transcript as without a watcher.
+        self.assertEqual(normalized(demo_out), normalized(saved_out))
+        expected = []
+        for number, command, sent, received, _ in LINE.findall(demo_out):
+            expected += [(number, command, "snd", sent), (number, command, "rcv", received)]
+        seen = WATCHED.findall(out)
+        self.assertEqual([int(s[0]) for s in seen], list(range(1, len(seen) + 1)))
+        self.assertEqual([s[1:5] for s in seen], expected)
+        self.assertTrue(all(s[5] == "decoded" for s in seen), [s for s in seen if s[5] != "decoded"])
+        self.assertIn("the demo's message history", out.splitlines()[0])
+        self.assertRegex(out, r"\n%d messages, \d+ bytes in [\d.]+ s \(\d+ messages/s, \d+ "
+                              r"bytes/s\); 0 not decoded whole; none missed; the demo ended its "
+                              r"session\n" % len(expected))
+        self.assertRegex(out, r"\n  GetCarInfo +2 +2\n")
+        sys.stderr.write("\n  watch: demo with a watcher %.2f s; " % took)
+
+    def test_json_lines_carry_the_full_decode(self):
+        _, files = saved_demo()
+        demo_code, _, code, out, err = self.watch_demo("--json", "--count", "6")
+        self.assertEqual((demo_code, code), (0, 0), err)
+        lines = [json.loads(l) for l in out.splitlines()]
+        self.assertEqual(lines[0]["mode"], "history")
+        messages = lines[1:-1]
+        self.assertEqual([m["sequence"] for m in messages], [1, 2, 3, 4, 5, 6])
+        self.assertEqual(lines[-1]["summary"]["messages"], 6)
+        self.assertIn("--count 6 reached", lines[-1]["summary"]["end"])
+        for m in messages:
+            name = "%03d-%s-%s.bin" % (m["exchange"], m["command"], m["side"])
+            self.assertTrue(m["complete"], m)
+            self.assertEqual(m["size"], len(files[name]))
+            code, doc, _ = dump_json(os.path.join(WORK, "saved", name), "--side", m["side"])
+            self.assertEqual(m["fields"], doc["fields"], name)
+
+    def region(self, data, size=None):
+        name = "cmddata-watch-test-%d-%s" % (os.getpid(), str(time.time()).replace(".", ""))
+        with open("/dev/shm/" + name, "wb") as f:
+            f.write(data)
+            if size is not None:
+                f.truncate(size)
+        self.addCleanup(lambda: os.path.exists("/dev/shm/" + name) and os.unlink("/dev/shm/" + name))
+        return name
+
+    def fails_in_one_line(self, *args):
+        code, out, err = run("watch", *args, timeout=30)
+        self.assertEqual(code, 1, (args, out, err))
+        self.assertEqual(len(err.strip().splitlines()), 1, (args, err))
+        self.assertRegex(err, r"^cmddata watch: ")
+        return err
+
+    def test_regions_that_cannot_be_watched(self):
+        self.assertIn("cannot open", self.fails_in_one_line(
+            "--region", "cmddata-no-such-region-%d" % os.getpid()))
+        self.assertIn("empty", self.fails_in_one_line("--region", self.region(b"")))
+        self.assertIn("not a region name", self.fails_in_one_line("--region", "a/b"))
+
+    def test_other_regions_are_watched_by_their_changes(self):
+        _, files = saved_demo()
+        name = self.region(files["001-GetCarInfo-rcv.bin"], 4096)
+        code, out, err = run("watch", "--region", name, "--seconds", "1")
+        self.assertEqual(code, 0, err)
+        self.assertIn("no message history", out)
+        self.assertRegex(out, r"#1 +GetCarInfo +rcv +104 bytes  decoded")
+        self.assertIn("messages between two looks may be missed", out)
+        # Garbage, and a demo-sized region whose history is damaged: reported, never a crash.
+        rng = random.Random(7)
+        garbage = bytes(rng.randrange(256) for _ in range(8192))
+        code, out, err = run("watch", "--region", self.region(garbage), "--seconds", "1")
+        self.assertEqual(code, 0, err)
+        self.assertIn("#1 ", out)
+        self.assertIn("1 not decoded whole", out)
+        history = bytearray(1 << 20)
+        base = (1 << 20) - 128 - 512 * 1024
+        struct.pack_into("<9I", history, base, 0x31574443, 1, 512 * 1024 - 64, 5, 999, 999, 0, 8, 1)
+        history[base + 64:base + 64 + 4096] = garbage[:4096]
+        code, out, err = run("watch", "--region", self.region(bytes(history)), "--seconds", "1")
+        self.assertEqual(code, 0, err)
+        self.assertIn("following changes instead", out)
+
+    def test_a_region_that_shrinks_or_goes_away(self):
+        _, files = saved_demo()
+        for damage in ("shrink", "remove"):
+            name = self.region(files["001-GetCarInfo-rcv.bin"], 1 << 20)
+            watcher = subprocess.Popen([TOOL, "watch", "--region", name, "--seconds", "20"],
+                                       stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                       stdin=subprocess.DEVNULL)
+            time.sleep(0.3)
+            if damage == "shrink":
+                os.truncate("/dev/shm/" + name, 100)
+            else:
+                os.unlink("/dev/shm/" + name)
+            out, err = watcher.communicate(timeout=20)
+            out, err = out.decode(), err.decode()
+            self.assertNotIn("Sanitizer", err)
+            if damage == "shrink":
+                self.assertEqual(watcher.returncode, 1, (out, err))
+                self.assertEqual(len(err.strip().splitlines()), 1, err)
+                self.assertIn("shrank", err)
+            else:
+                self.assertEqual(watcher.returncode, 0, (out, err))
+                self.assertIn("the region was removed", out)
+
+
 def main():
-    global TOOL, WRAPPER, WORK
+    global TOOL, WRAPPER, WORK, SANITIZED
     args = sys.argv[1:]
+    if "--sanitized" in args:
+        SANITIZED = True
+        args.remove("--sanitized")
     if "--wrapper" in args:
         i = args.index("--wrapper")
         WRAPPER = [args[i + 1]]
