@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Tests of the cmddata command-line tool: demo, dump, list, schema, help and errors.
+"""Tests of the cmddata command-line tool: demo, dump, list, schema, ksy, watch, help and errors.
 
-usage: tools_test.py PATH/TO/cmddata[.exe] [--wrapper wine]
+usage: tools_test.py PATH/TO/cmddata[.exe] [--wrapper wine] [--sanitized] [TESTCLASS ...]
 
 The demo runs once with --save: its walk must cover every command that 'list' shows built, each
 matched on both sides. Every saved message is then decoded with dump (text tree and JSON), and
@@ -9,7 +9,9 @@ the JSON is checked against the saved bytes field by field. Truncated, halved, c
 padded copies check dump's failure reports; the demo's fault modes check that a vehicle side that
 dies, stays silent, answers garbage or another fill is reported and never hangs. The schema is
 checked against the decodes of the saved messages, and the checked-in wire reference (docs/wire)
-against what scripts/wire-reference.py makes of the schema.
+against what scripts/wire-reference.py makes of the schema. The .ksy files are compiled with
+Kaitai's compiler and read every saved message as dump decodes it (tests/tools/ksy_check.js, under
+node); a watcher beside a running demo reports every exchange in order without changing it.
 """
 
 import json
@@ -845,16 +847,17 @@ def main():
         i = args.index("--wrapper")
         WRAPPER = [args[i + 1]]
         del args[i:i + 2]
-    if len(args) != 1:
+    if not args:
         sys.exit(__doc__)
     TOOL = os.path.abspath(args[0])
+    cases = args[1:]  # test classes to run (all without)
     if WRAPPER and os.path.basename(WRAPPER[0]).startswith("wine") and shutil.which("wineserver"):
         # Keep one emulator server alive between the many short runs (it ends by itself 10 s
         # after the last one) instead of starting it anew for each.
         subprocess.run(["wineserver", "-p10"], stdin=subprocess.DEVNULL, check=False)
     WORK = tempfile.mkdtemp(prefix="cmddata-tool-test-")
     try:
-        result = unittest.main(argv=[sys.argv[0], "-v"], exit=False).result
+        result = unittest.main(argv=[sys.argv[0], "-v"] + cases, exit=False).result
     finally:
         shutil.rmtree(WORK, ignore_errors=True)
     failed = len(result.failures) + len(result.errors)
