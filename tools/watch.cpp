@@ -30,6 +30,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::uint32_t kIdleMs = 1;
 constexpr std::uint32_t kNameCheckMs = 100;
+constexpr std::uint32_t kSetUpMs = 1000;
 constexpr std::uint32_t kLookBytes = 64 * 1024;  // what the change watch compares and decodes
 
 class RegionSource : public ByteSource {
@@ -429,7 +430,14 @@ int RunWatch(const WatchOptions& options) {
     Watcher watcher(options);
     RegionSource source(region);
     HistoryReader history(source, kHistoryOffset, kHistorySize);
-    if (size == kRegionSize && history.Attach()) {
+    // A region of the demo's size may be one whose demo has not yet set its history up.
+    bool attached = size == kRegionSize && history.Attach();
+    for (std::uint32_t waited = 0; size == kRegionSize && !attached && waited < kSetUpMs;
+         waited += 10) {
+        os::SleepMs(10);
+        attached = history.Attach();
+    }
+    if (attached) {
         watcher.Start("history",
                       "the demo's message history: every message in order, by sequence number",
                       size);
