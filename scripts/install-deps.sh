@@ -19,10 +19,38 @@ native_pkgs=(cmake make g++ clang libclang-rt-14-dev libgtest-dev googletest lib
 if [ "$(dpkg --print-architecture)" = amd64 ]; then
     native_pkgs+=(g++-multilib qemu-user)
 fi
+# node and npm for the Kaitai check (packages of their own where node did not come from elsewhere).
+if ! command -v node >/dev/null || ! command -v npm >/dev/null; then
+    native_pkgs+=(nodejs npm)
+fi
 windows_pkgs=(g++-mingw-w64-i686 g++-mingw-w64-x86-64-win32 wine wine64)
 wine32_pkg=wine32:i386
 
 log() { printf 'install-deps: %s\n' "$*"; }
+
+# Kaitai Struct's compiler and JavaScript runtime, and a YAML reader, for the tool test's check of
+# the .ksy descriptions: npm packages in the project's own folder (no root needed), installed
+# when a pinned version is missing. Without node and npm the check is skipped.
+node_dir=${CMDDATA_NODE_DIR:-$(cd "$(dirname "$0")/.." && pwd)/build-test/node}
+npm_pkgs=(kaitai-struct-compiler@0.11.0 kaitai-struct@0.11.0 js-yaml@4.1.0)
+install_npm() {
+    local p missing_npm=()
+    for p in "${npm_pkgs[@]}"; do
+        grep -qs "\"version\": *\"${p##*@}\"" "$node_dir/node_modules/${p%@*}/package.json" ||
+            missing_npm+=("$p")
+    done
+    [ ${#missing_npm[@]} -eq 0 ] && return 0
+    if ! command -v npm >/dev/null; then
+        log "npm not found: not installing ${missing_npm[*]} (the Kaitai check will be skipped)"
+        return 0
+    fi
+    log "npm: installing ${missing_npm[*]} into $node_dir"
+    mkdir -p "$node_dir" &&
+        npm install --prefix "$node_dir" --no-audit --no-fund --no-save --loglevel=error \
+            "${npm_pkgs[@]}" >/dev/null ||
+        { log "npm install failed"; return 1; }
+}
+install_npm || log "continuing without them: the Kaitai check will be skipped"
 
 if [ "$(id -u)" != 0 ]; then
     log "not root: installing nothing"
@@ -140,5 +168,6 @@ if [ ${#still[@]} -gt 0 ]; then
     log "still missing: ${still[*]}"
     exit 1
 fi
+install_npm || status=1  # now that apt may have brought npm
 log "done"
 exit $status
