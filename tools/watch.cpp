@@ -120,7 +120,6 @@ public:
 
     void Report(const Seen& seen) {
         ++messages_;
-        bytes_ += seen.size;
         if (firstUs_ == 0) firstUs_ = seen.timeUs;
         lastUs_ = seen.timeUs;
         Decoded d;
@@ -142,6 +141,7 @@ public:
         if (count.order == 0) count.order = ++order_;
         (side == Side::kSend ? count.snd : count.rcv) += 1;
         const std::uint32_t size = seen.live && whole ? d.consumed : seen.size;
+        bytes_ += size;
 
         std::string status;
         if (!seen.kept)
