@@ -724,7 +724,7 @@ class Kaitai(unittest.TestCase):
             code, doc, err = dump_json(path, "--command", command, "--side", side)
             self.assertEqual(code, 0, (m["path"], err))
             crafted.append({"path": path, "class": doc["class"], "dump": doc})
-        self.assertEqual(len(crafted), 3)
+        self.assertTrue(crafted, "no saved message holds a record with later fields")
         return crafted
 
     def test_versioned_record_is_read_by_the_readers_rule(self):
@@ -772,7 +772,8 @@ class Watch(unittest.TestCase):
                    and demo.poll() is None and time.time() < deadline):
                 time.sleep(0.0005)
             code, out, err = run("watch", "--region", region, *args)
-            demo_out, _ = demo.communicate(timeout=120)
+            demo_out, demo_err = demo.communicate(timeout=120)
+            self.assertNotIn("Sanitizer", demo_err.decode("utf-8", "replace"))
             if not (code == 1 and ("cannot open" in err or "empty" in err)):
                 return demo.returncode, demo_out.decode(), code, out, err
         self.fail("the watcher never got to open a demo's region")
