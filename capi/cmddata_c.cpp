@@ -3,10 +3,12 @@
 // out of the code below), so that nothing crosses into a C caller.
 #include "cmddata/cmddata_c.h"
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
 #include <new>
 #include <string>
+#include <vector>
 
 #include "cmddata/cmddata.h"
 #include "cmddata/core/json.h"
@@ -187,6 +189,7 @@ uint32_t cmddata_decode(const void* bytes, size_t size, cmddata_message** out) {
         return cmddata::result::kBadArgument;
     return Guard([&]() -> std::uint32_t {
         const unsigned char* data = static_cast<const unsigned char*>(bytes);
+        std::unique_ptr<cmddata_message> whole;  // the first that takes all bytes
         using cmddata::Framing;
         using cmddata::Side;
         for (Framing framing : {Framing::kHeader, Framing::kVersionedHeader}) {
@@ -206,15 +209,27 @@ uint32_t cmddata_decode(const void* bytes, size_t size, cmddata_message** out) {
                 if (m == nullptr) return cmddata::result::kOutOfMemory;
                 m->object.reset(cls->make(cmddata::DefaultVersion(*command, side)));
                 if (m->object == nullptr) return cmddata::result::kOutOfMemory;
-                std::size_t consumed = 0;
-                if (cmddata_read(m.get(), bytes, size, &consumed) == cmddata::result::kOk &&
-                    consumed == size) {
+                CCmdReader reader;
+                reader.AttachView(const_cast<unsigned char*>(data),
+                                  static_cast<std::uint32_t>(size));
+                if (cmddata::ReadAsWritten(*m->object, reader) != cmddata::result::kOk ||
+                    reader.GetPosition() != size)
+                    continue;
+                // The side whose object writes the bytes again as they are wins outright.
+                std::vector<unsigned char> again(size + 1);
+                std::size_t written = 0;
+                if (cmddata_write(m.get(), again.data(), again.size(), &written) ==
+                        cmddata::result::kOk &&
+                    written == size && std::equal(data, data + size, again.begin())) {
                     *out = m.release();
                     return cmddata::result::kOk;
                 }
+                if (whole == nullptr) whole = std::move(m);
             }
         }
-        return CMDDATA_E_NOT_DECODED;
+        if (whole == nullptr) return CMDDATA_E_NOT_DECODED;
+        *out = whole.release();
+        return cmddata::result::kOk;
     });
 }
 

@@ -63,8 +63,10 @@ CMDDATA_API uint32_t CMDDATA_CDECL cmddata_to_json(const cmddata_message* m, cha
 CMDDATA_API uint32_t CMDDATA_CDECL cmddata_from_json(cmddata_message* m, const char* json,
                                                      char* error, size_t error_capacity);
 /* Finds the message that size bytes hold, as `cmddata dump` does: the command identifier where
- * a plain or a prefixed header puts it, then the side whose class takes all the bytes, each at
- * its default version. *out is a new object to free, NULL with CMDDATA_E_NOT_DECODED. */
+ * a plain or a prefixed header puts it, then the side whose class takes all the bytes at its
+ * default version (one whose object writes them again unchanged first). The fields are taken
+ * where the sender's Write put them, so that writing the object gives these very bytes. *out
+ * is a new object to free, NULL with CMDDATA_E_NOT_DECODED. */
 CMDDATA_API uint32_t CMDDATA_CDECL cmddata_decode(const void* bytes, size_t size,
                                                   cmddata_message** out);
 
