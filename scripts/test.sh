@@ -100,6 +100,9 @@ shard_reports() {
         rm -f "$1/tests/cmddata_tests.$shard.xml"
         printf -- '--cases cmddata_tests.%s=%s ' "$shard" "$1/tests/cmddata_tests.$shard.xml"
     done
+    # The Python package's cases, from pytest's own report.
+    rm -f "$1/tests/python.xml"
+    printf -- '--cases python=%s ' "$1/tests/python.xml"
 }
 
 # Runs ctest in DIR and adds its test cases to the totals (see count_results.py; extra
