@@ -134,9 +134,8 @@ uint32_t cmddata_write(const cmddata_message* m, void* bytes, size_t capacity, s
         if (capacity < size) return CMDDATA_E_BUFFER_TOO_SMALL;
         if (size == 0) return cmddata::result::kOk;
         FirstErrorWriter writer;
-        writer.AttachView(bytes, static_cast<std::uint32_t>(capacity < kLargestRegion
-                                                                ? capacity
-                                                                : kLargestRegion));
+        writer.AttachView(bytes, static_cast<std::uint32_t>(
+                                     capacity < kLargestRegion ? capacity : kLargestRegion));
         writer.Write(&Object(m));
         return writer.First();
     });
@@ -163,16 +162,16 @@ uint32_t cmddata_from_json(cmddata_message* m, const char* json, char* error,
     return Guard([&]() -> std::uint32_t {
         // The text is read no further than the longest the JSON reader takes, and one more.
         const void* end = std::memchr(json, '\0', cmddata::kJsonMaxText + 1);
-        const std::size_t length = end != nullptr ? static_cast<const char*>(end) - json
-                                                  : cmddata::kJsonMaxText + 1;
+        const std::size_t length =
+            end != nullptr ? static_cast<const char*>(end) - json : cmddata::kJsonMaxText + 1;
         std::string why;
         // A new object takes the text; the caller's is replaced only once it has all of it.
         std::unique_ptr<CCmdCore> fresh(
             cmddata::MakeFromJson(*m->cls, m->object->GetVersion(), {json, length}, &why));
         if (fresh == nullptr) {
             if (error != nullptr && error_capacity != 0) {
-                const std::size_t n = why.size() < error_capacity - 1 ? why.size()
-                                                                       : error_capacity - 1;
+                const std::size_t n =
+                    why.size() < error_capacity - 1 ? why.size() : error_capacity - 1;
                 std::memcpy(error, why.data(), n);
                 error[n] = '\0';
             }
@@ -205,7 +204,8 @@ uint32_t cmddata_decode(const void* bytes, size_t size, cmddata_message** out) {
                 if (command->FramingOf(side) != framing) continue;
                 const cmddata::ClassInfo* cls = cmddata::FindMessageClass(*command, side);
                 if (cls == nullptr) continue;
-                std::unique_ptr<cmddata_message> m(new (std::nothrow) cmddata_message{cls, nullptr});
+                std::unique_ptr<cmddata_message> m(new (std::nothrow)
+                                                       cmddata_message{cls, nullptr});
                 if (m == nullptr) return cmddata::result::kOutOfMemory;
                 m->object.reset(cls->make(cmddata::DefaultVersion(*command, side)));
                 if (m->object == nullptr) return cmddata::result::kOutOfMemory;

@@ -67,7 +67,8 @@ TEST_P(JsonConformance, BytesSurviveJsonAtEveryVersionEmptyAndFilled) {
             Object received = Make(c, v);
             Region region(static_cast<std::uint32_t>(bytes.size() / 2 + 1));
             for (std::size_t i = 0; i < bytes.size() / 2; ++i)
-                region.data()[i] = static_cast<unsigned char>(std::stoi(bytes.substr(2 * i, 2), nullptr, 16));
+                region.data()[i] =
+                    static_cast<unsigned char>(std::stoi(bytes.substr(2 * i, 2), nullptr, 16));
             CCmdReader reader;
             reader.AttachView(region.data(), static_cast<std::uint32_t>(bytes.size() / 2));
             ASSERT_EQ(cmddata::ReadAsWritten(*received, reader), cmddata::result::kOk);

@@ -289,8 +289,7 @@ void PrintJson(const Decoded& d, const Input& input, const Choice& choice,
     j["left_over_bytes"] = HexRun(input.bytes.data() + rest.end, rest.left);
     j["fields"] = JsonFields(d.root);
     // The object's own JSON, which 'cmddata encode' takes back.
-    if (!d.message.empty())
-        j["message"] = nlohmann::ordered_json::parse(d.message, nullptr, false);
+    if (!d.message.empty()) j["message"] = nlohmann::ordered_json::parse(d.message, nullptr, false);
     std::cout << j.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << "\n";
 }
 
@@ -362,8 +361,8 @@ bool DecodeAs(const unsigned char* data, std::uint32_t size, const cmddata::Comm
             CCmdWriter writer;
             writer.AttachView(written.data(), static_cast<std::uint32_t>(written.size()));
             writer.Write(sent.get());
-            out->exact = writer.GetPosition() == size &&
-                         std::equal(data, data + size, written.begin());
+            out->exact =
+                writer.GetPosition() == size && std::equal(data, data + size, written.begin());
         }
     }
     return true;

@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "cmddata/core/buffer.h"
 #include "cmddata/core/describe.h"
 #include "cmddata/core/json.h"
 #include "cmddata/core/shared_region.h"
@@ -85,9 +84,10 @@ struct Target {
     bool versionKnown = false;
 };
 
-// Command, side and version: the options first, then what the document says.
-int ChooseTarget(const EncodeOptions& options, const nlohmann::json& doc, Target* t) {
-    if (!options.command.empty()) {
+// Command, side and version: the options first, then what the document says. Without a
+// document only the options are checked.
+int ChooseTarget(const EncodeOptions& options, const nlohmann::json* document, Target* t) {
+    if (!options.command.empty() && t->command == nullptr) {
         std::uint64_t id = 0;
         t->command = ParseNumber(options.command, 0xFFFFFFFFu, &id)
                          ? cmddata::FindCommand(static_cast<std::uint32_t>(id))
@@ -103,6 +103,8 @@ int ChooseTarget(const EncodeOptions& options, const nlohmann::json& doc, Target
         t->version = options.version;
         t->versionKnown = true;
     }
+    if (document == nullptr) return kExitOk;
+    const nlohmann::json& doc = *document;
     const auto field = [&doc](const char* key) -> const nlohmann::json* {
         const auto it = doc.find(key);
         return it != doc.end() ? &*it : nullptr;
@@ -112,17 +114,18 @@ int ChooseTarget(const EncodeOptions& options, const nlohmann::json& doc, Target
         const nlohmann::json* id = field("command_id");
         if (name != nullptr && name->is_string())
             t->command = cmddata::FindCommand(name->get<std::string>());
-        else if (id != nullptr && id->is_number_unsigned() && id->get<std::uint64_t>() <= 0xFFFFFFFFu)
+        else if (id != nullptr && id->is_number_unsigned() &&
+                 id->get<std::uint64_t>() <= 0xFFFFFFFFu)
             t->command = cmddata::FindCommand(id->get<std::uint32_t>());
         if (t->command == nullptr)
             return Failed("the document names no command of the catalogue: give --command");
     }
     if (!t->sideKnown) {
         const nlohmann::json* side = field("side");
-        if (side == nullptr || !side->is_string() ||
-            (*side != "snd" && *side != "rcv"))
-            return Failed("the document does not say the side (\"side\": \"snd\" or \"rcv\"): "
-                          "give --side");
+        if (side == nullptr || !side->is_string() || (*side != "snd" && *side != "rcv"))
+            return Failed(
+                "the document does not say the side (\"side\": \"snd\" or \"rcv\"): "
+                "give --side");
         t->side = *side == "rcv" ? Side::kReceive : Side::kSend;
     }
     if (!t->versionKnown) {
@@ -162,9 +165,10 @@ bool Store(const EncodeOptions& options, const std::vector<unsigned char>& bytes
         return false;
     }
     CCmdWriter writer(region.handle(), region.size());
-    if (!bytes.empty() &&
-        writer.Write(bytes.data(), static_cast<std::int32_t>(bytes.size())) != cmddata::result::kOk) {
-        *error = std::string("writing the region failed: ") + cmddata::ResultName(writer.GetLastError());
+    if (!bytes.empty() && writer.Write(bytes.data(), static_cast<std::int32_t>(bytes.size())) !=
+                              cmddata::result::kOk) {
+        *error =
+            std::string("writing the region failed: ") + cmddata::ResultName(writer.GetLastError());
         return false;
     }
     return true;
@@ -175,23 +179,22 @@ bool Store(const EncodeOptions& options, const std::vector<unsigned char>& bytes
 int RunEncode(const EncodeOptions& options) {
     if (options.output.empty() == options.region.empty())
         return UsageError("encode", "give exactly one of -o OUT and --region NAME");
+    Target target;
+    if (const int status = ChooseTarget(options, nullptr, &target); status != kExitOk)
+        return status;
     std::string text, error;
     if (!LoadText(options.file, &text, &error)) return Failed(error);
     const std::string source = options.file == "-" ? "standard input" : options.file;
     if (TooDeep(text)) return Failed(source + ": nested deeper than a message's JSON can be");
-    nlohmann::json doc = nlohmann::json::parse(text, nullptr, false);
-    if (doc.is_discarded()) {
-        // The library's reader says where the syntax breaks.
-        std::string why;
-        CCmdString probe;
-        if (cmddata::FromJson(probe, text, &why) || why.rfind("JSON syntax", 0) != 0)
-            why = "a number out of every field's range, or JSON the tool cannot parse";
-        return Failed(source + ": " + why);
+    nlohmann::json doc;
+    try {
+        doc = nlohmann::json::parse(text);
+    } catch (const nlohmann::json::exception& e) {
+        return Failed(source + ": " + e.what());
     }
     if (!doc.is_object()) return Failed(source + ": the JSON value is not an object");
 
-    Target target;
-    if (const int status = ChooseTarget(options, doc, &target); status != kExitOk) return status;
+    if (const int status = ChooseTarget(options, &doc, &target); status != kExitOk) return status;
     const MessageClass& cls = ClassOf(*target.command, target.side);
     if (cls.info == nullptr)
         return Failed(std::string("the ") + SideName(target.side) + " class of " +
@@ -212,10 +215,10 @@ int RunEncode(const EncodeOptions& options) {
                           cmddata::ResultName(writer.GetLastError()));
     }
     if (!Store(options, bytes, &error)) return Failed(error);
-    std::printf("%s (%s %s, version %u): %zu bytes to %s\n", cls.className, target.command->name,
-                SideName(target.side), static_cast<unsigned>(target.version), bytes.size(),
-                options.output.empty() ? ("region " + options.region).c_str()
-                                       : options.output.c_str());
+    std::printf(
+        "%s (%s %s, version %u): %zu bytes to %s\n", cls.className, target.command->name,
+        SideName(target.side), static_cast<unsigned>(target.version), bytes.size(),
+        options.output.empty() ? ("region " + options.region).c_str() : options.output.c_str());
     return kExitOk;
 }
 

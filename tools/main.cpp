@@ -210,7 +210,8 @@ int Main(int argc, char** argv) {
     encodeCmd->add_option("FILE", encode.file, "the JSON, '-' for standard input")
         ->required()
         ->type_name("");
-    encodeCmd->add_option("--command", encode.command, "the command, by catalogue name or identifier")
+    encodeCmd
+        ->add_option("--command", encode.command, "the command, by catalogue name or identifier")
         ->type_name("NAME|ID");
     encodeCmd->add_option("--side", encode.side, "snd (request) or rcv (answer)")
         ->type_name("snd|rcv")
