@@ -37,8 +37,9 @@ typedef struct cmddata_region cmddata_region;
 CMDDATA_API size_t CMDDATA_CDECL cmddata_class_count(void);
 CMDDATA_API const char* CMDDATA_CDECL cmddata_class_name(size_t index);
 
-/* A new, empty object of the class; version < 0 takes the class's default. NULL for an unknown
- * class, a version above 65535 or no memory. */
+/* A new, empty object of the class built with the version (version < 0: the class's default; a
+ * class whose constructor fixes its version keeps that one). NULL for an unknown class, a version
+ * above 65535 or no memory. */
 CMDDATA_API cmddata_message* CMDDATA_CDECL cmddata_new(const char* class_name, int version);
 CMDDATA_API void CMDDATA_CDECL cmddata_free(cmddata_message* m);
 /* The object's class name and version (NULL and -1 for a null object). */
