@@ -32,6 +32,7 @@ struct Meta {
 };
 std::map<std::string, Meta> g_meta;
 std::vector<std::string> g_shapes;  // in registration order
+std::map<std::string, std::size_t> g_json;  // the JSON text's size of each shape that has one
 std::deque<Bytes> g_regions;        // keeps every benchmark's region alive
 
 Bytes& NewRegion(std::size_t size) {
@@ -102,6 +103,40 @@ benchmark::internal::Benchmark* Add(const std::string& name,
         ->Unit(benchmark::kNanosecond);
 }
 
+// The JSON codec over a shape's filled object: its text made (json-out) and taken into a new
+// object (json-in). Shapes whose text is longer than the JSON reader takes have none.
+template <class Ours, class Make>
+void AddJson(const std::string& shape, std::shared_ptr<Ours> ours, Make make) {
+    auto text = std::make_shared<std::string>();
+    if (!cmddata::ToJson(*ours, text.get())) Fail(shape + ": no JSON");
+    if (text->size() > cmddata::kJsonMaxText) return;
+    {
+        Ours back(make());
+        std::string error;
+        if (!cmddata::FromJson(back, *text, &error)) Fail(shape + ": JSON not taken: " + error);
+    }
+    g_json[shape] = text->size();
+    const auto bytes = static_cast<std::int64_t>(text->size());
+    Add(shape + "/json-out/cmddata", [=](benchmark::State& s) {
+        std::string out;
+        for (auto _ : s) {
+            out.clear();
+            cmddata::ToJson(*ours, &out);
+            benchmark::DoNotOptimize(out.data());
+        }
+        s.SetBytesProcessed(s.iterations() * bytes);
+    });
+    Add(shape + "/json-in/cmddata", [=](benchmark::State& s) {
+        for (auto _ : s) {
+            Ours back(make());
+            std::string error;
+            const bool ok = cmddata::FromJson(back, *text, &error);
+            benchmark::DoNotOptimize(ok);
+        }
+        s.SetBytesProcessed(s.iterations() * bytes);
+    });
+}
+
 // Registers every benchmark of one shape. make() returns a fresh, empty library object; fill()
 // fills one with the plain mirror's values.
 template <class Ours, class Plain, class Proto, class Make, class Fill>
@@ -162,6 +197,7 @@ void AddShape(const std::string& shape, std::shared_ptr<Plain> mirror, Make make
 
     const std::string w = shape + "/write/", f = shape + "/read-fresh/",
                       u = shape + "/read-reused/";
+    AddJson(shape, ours, make);
 
     // ---- write ----
     Add(w + "cmddata", [=](benchmark::State& s) {
@@ -456,6 +492,16 @@ void PrintTables(const Collector& c) {
             std::printf("  max/min %s, last/first %s\n", Ratio(hi, lo).c_str(),
                         Ratio(last, first).c_str());
         }
+
+    std::printf("\n== JSON codec, MB of JSON text per second (cmddata::ToJson / FromJson) ==\n");
+    for (const std::string& shape : g_shapes) {
+        const auto it = g_json.find(shape);
+        if (it == g_json.end()) continue;
+        const double mb = static_cast<double>(it->second) / 1e6;
+        std::printf("%-20s %10zu B   out %8.1f MB/s   in %8.1f MB/s\n", shape.c_str(), it->second,
+                    mb / c.Get(shape + "/json-out/cmddata") * 1e9,
+                    mb / c.Get(shape + "/json-in/cmddata") * 1e9);
+    }
 
     const double bulk = c.Get("S4-bulk/write/limit+cmp");
     if (bulk > 0) {

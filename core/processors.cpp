@@ -294,8 +294,9 @@ private:
 // Reads an object from a reader while reporting it; stops at the first failed transfer.
 class Decoder final : public Reporter {
 public:
-    Decoder(FieldVisitor* visitor, CCmdReader& reader) : Reporter(visitor), r_(reader) {}
-    bool Reading() const override { return true; }
+    Decoder(FieldVisitor* visitor, CCmdReader& reader, bool writeOrder = false)
+        : Reporter(visitor), r_(reader), writeOrder_(writeOrder) {}
+    bool Reading() const override { return !writeOrder_; }
 
 private:
     std::uint32_t Position() override { return r_.GetPosition(); }
@@ -320,6 +321,7 @@ private:
     void MoveImage(ImageAccess& image) override { image.Read(r_); }
 
     CCmdReader& r_;
+    bool writeOrder_;
 };
 
 // Fills every field that travels at the object's version.
@@ -456,6 +458,12 @@ void Describe(CCmdCore& object, FieldVisitor& visitor) {
 
 Result DecodeAndDescribe(CCmdCore& object, CCmdReader& reader, FieldVisitor& visitor) {
     Decoder decoder(&visitor, reader);
+    object.Visit(decoder);
+    return decoder.Failure();
+}
+
+Result ReadAsWritten(CCmdCore& object, CCmdReader& reader) {
+    Decoder decoder(nullptr, reader, true);
     object.Visit(decoder);
     return decoder.Failure();
 }

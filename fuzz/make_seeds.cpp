@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "cmddata/core/json.h"
+#include "cmddata/table/classes.h"
 #include "fuzz_classes.h"
 
 namespace {
@@ -69,15 +71,46 @@ struct SaveNumbered {
     }
 };
 
+// The JSON target's corpus: each class's JSON, fresh and filled, behind its two-byte number.
+bool SaveJson(const std::string& dir) {
+    std::size_t count = 0;
+    const cmddata::ClassInfo* classes = cmddata::Classes(&count);
+    for (std::size_t i = 0; i < count; ++i) {
+        std::unique_ptr<CCmdCore> object(classes[i].makeDefault());
+        if (!object) return false;
+        for (const char* kind : {"fresh_", "filled_"}) {
+            if (kind[1] == 'i') cmddata::Fill(*object);
+            std::string text(1, static_cast<char>(i & 0xFF));
+            text += static_cast<char>(i >> 8);
+            if (!cmddata::ToJson(*object, &text)) return false;
+            const std::string path = dir + "/json_" + kind + FileName(classes[i].name);
+            std::FILE* f = std::fopen(path.c_str(), "wb");
+            if (f == nullptr) return false;
+            const bool ok = std::fwrite(text.data(), 1, text.size(), f) == text.size();
+            if (std::fclose(f) != 0 || !ok) return false;
+            ++written;
+        }
+    }
+    return true;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+    if (argc == 3 && std::string(argv[1]) == "--json") {
+        if (!SaveJson(argv[2])) {
+            std::fprintf(stderr, "make_seeds: cannot write the JSON seeds into %s\n", argv[2]);
+            return 1;
+        }
+        std::printf("make_seeds: %d JSON seeds written\n", written);
+        return 0;
+    }
     const bool numbered = argc == 3 && std::string(argv[1]) == "--numbered";
     const bool names = argc == 2 && std::string(argv[1]) == "--names";
     if (argc != 2 && !numbered) {
         std::fprintf(stderr,
                      "usage: make_seeds DIRECTORY | make_seeds --numbered DIRECTORY | make_seeds "
-                     "--names\n");
+                     "--json DIRECTORY | make_seeds --names\n");
         return 2;
     }
     if (names) {  // "number name" per class, for tools that number inputs of their own

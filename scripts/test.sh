@@ -9,7 +9,8 @@
 #   tsan     preset "tsan": the tests that share an object between threads, under ThreadSanitizer
 #   linux32  preset "linux32": the library and its test program for 32-bit x86 Linux (-m32) with
 #            UBSan, run directly where the kernel runs 32-bit programs, else under qemu-i386
-#   fuzz     preset "fuzz": clang + libFuzzer target under ASan/UBSan, a minute from a seed corpus
+#   fuzz     preset "fuzz": clang + libFuzzer target under ASan/UBSan, a minute from a seed corpus,
+#            then 20 s of the JSON reader's target
 #   windows  preset "win32": the 32-bit Windows cross build, always; its DLL and programs checked.
 #            Where this machine runs 32-bit x86 programs, ctest runs its tests and the tool's demo
 #            under 32-bit Wine; where it cannot, preset "win64" builds the same for 64-bit Windows
@@ -18,7 +19,7 @@
 # the test cases of all legs, and exits non-zero when anything failed.
 #
 # Environment: CMDDATA_LEGS (default "deps native asan tsan linux32 fuzz windows"), CMDDATA_FUZZ_SECONDS
-# (default 60), CMDDATA_TEST_BUILD_DIR (default build-test in the repository), CMDDATA_JOBS
+# (default 60), CMDDATA_FUZZ_JSON_SECONDS (default 20), CMDDATA_TEST_BUILD_DIR (default build-test in the repository), CMDDATA_JOBS
 # (default 2), CMDDATA_WIN32_RUN (1 or 0: run the 32-bit Windows programs or not, instead of
 # probing whether this machine can).
 set -u -o pipefail
@@ -27,6 +28,7 @@ ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$ROOT" || exit 1
 LEGS=" ${CMDDATA_LEGS:-deps native asan tsan linux32 fuzz windows} "
 FUZZ_SECONDS=${CMDDATA_FUZZ_SECONDS:-60}
+FUZZ_JSON_SECONDS=${CMDDATA_FUZZ_JSON_SECONDS:-20}
 OUT=${CMDDATA_TEST_BUILD_DIR:-$ROOT/build-test}
 JOBS=${CMDDATA_JOBS:-2}
 mkdir -p "$OUT"
@@ -100,6 +102,9 @@ shard_reports() {
         rm -f "$1/tests/cmddata_tests.$shard.xml"
         printf -- '--cases cmddata_tests.%s=%s ' "$shard" "$1/tests/cmddata_tests.$shard.xml"
     done
+    # The Python package's cases, from pytest's own report.
+    rm -f "$1/tests/python.xml"
+    printf -- '--cases python=%s ' "$1/tests/python.xml"
 }
 
 # Runs ctest in DIR and adds its test cases to the totals (see count_results.py; extra
@@ -284,9 +289,34 @@ run_fuzz() {
         fail "fuzz: exit $rc (inputs in $dir/artifacts, log $dir/fuzz.log)"
     fi
 }
+# The JSON reader's target, from every class's JSON: each input names a class and its text.
+run_fuzz_json() {
+    local dir=$OUT/fuzz rc
+    [ -x "$dir/fuzz/cmddata_fuzz_json" ] || return
+    rm -rf "$dir/json-seeds"
+    mkdir -p "$dir/json-seeds" "$dir/json-corpus"
+    if ! step "fuzz: JSON seed corpus" "$dir/fuzz/make_seeds" --json "$dir/json-seeds"; then
+        fail "fuzz: JSON seed corpus"
+        return
+    fi
+    banner "fuzz: ${FUZZ_JSON_SECONDS}s of cmddata_fuzz_json"
+    ASAN_OPTIONS=detect_leaks=$LEAKS UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
+        timeout $((FUZZ_JSON_SECONDS + 300)) "$dir/fuzz/cmddata_fuzz_json" "$dir/json-corpus" \
+        "$dir/json-seeds" -max_total_time="$FUZZ_JSON_SECONDS" -timeout=25 -rss_limit_mb=2048 \
+        -max_len=65536 -artifact_prefix="$dir/artifacts/" -print_final_stats=1 </dev/null \
+        >"$dir/fuzz-json.log" 2>&1
+    rc=$?
+    grep -E '^#[0-9]+[[:space:]]+DONE|^stat::|ERROR|SUMMARY|==[0-9]+==' "$dir/fuzz-json.log" | tail -n 20
+    if [ $rc = 0 ]; then
+        pass "fuzz: JSON reader, no finding in ${FUZZ_JSON_SECONDS}s"
+    else
+        fail "fuzz: JSON reader, exit $rc (inputs in $dir/artifacts, log $dir/fuzz-json.log)"
+    fi
+}
 if wants fuzz; then
     leg_start
     run_fuzz
+    run_fuzz_json
     leg_end fuzz
 fi
 
@@ -303,6 +333,16 @@ check_windows_binaries() {
         pass "$name: cmddata.dll is a ${kind%%,*} DLL with its import library"
     else
         fail "$name: cmddata.dll is not a DLL of the expected kind ($kind_re)"
+    fi
+    # The C interface leaves the DLL under its plain C names, for any compiler and language.
+    local exports
+    exports=$("$objdump" -p "$dir/bin/cmddata.dll" | grep -oE '\b[_A-Za-z0-9@]*cmddata_[a-z_]+[@0-9]*' | sort -u)
+    if grep -qx cmddata_from_json <<<"$exports" && grep -qx cmddata_region_open <<<"$exports" &&
+        ! grep -qE '^_cmddata_|@' <<<"$exports"; then
+        pass "$name: the C interface is exported under undecorated names ($(wc -l <<<"$exports") of them)"
+    else
+        echo "$exports"
+        fail "$name: the C interface's names are missing or decorated in the DLL's export table"
     fi
     for f in "$dir"/bin/*.dll "$dir"/bin/*.exe; do
         extra+=$("$objdump" -p "$f" | sed -n 's/^[[:space:]]*DLL Name: //p' |

@@ -8,6 +8,7 @@
 #include <type_traits>
 
 #include "cmddata/cmddata.h"
+#include "cmddata/core/json.h"
 #include "cmddata_internal/listed.h"
 
 namespace cmddata {
@@ -38,6 +39,14 @@ CCmdCore* Make(std::uint16_t version) {
 }
 
 template <class T>
+CCmdCore* MakeDefault() {
+    if constexpr (std::is_default_constructible_v<T>)
+        return new (std::nothrow) T();
+    else
+        return Make<T>(1);
+}
+
+template <class T>
 CCmdCore* Copy(const CCmdCore& source) {
     return new (std::nothrow) T(static_cast<const T&>(source));
 }
@@ -57,8 +66,8 @@ constexpr bool TakesVersion() {
 template <class T>
 constexpr ClassInfo Entry(const char* family, ClassKind kind, const CommandInfo* command,
                           Side side) {
-    return {T::TypeName(),     family, kind,     command,  side,
-            TakesVersion<T>(), false,  &Make<T>, &Copy<T>, &Assign<T>};
+    return {T::TypeName(), family,   kind,       command,         side, TakesVersion<T>(), false,
+            &Make<T>,      &Copy<T>, &Assign<T>, &MakeDefault<T>, 1};
 }
 
 constexpr std::size_t kClassCount = 0
@@ -95,6 +104,8 @@ struct Table {
         for (std::size_t i = 0; i < count; ++i) {
             std::unique_ptr<CCmdCore> scratch(entries[i].make(1));
             entries[i].crossed = scratch != nullptr && CrossesFields(*scratch);
+            std::unique_ptr<CCmdCore> plain(entries[i].makeDefault());
+            if (plain != nullptr) entries[i].defaultVersion = plain->GetVersion();
         }
     }
 };
@@ -129,6 +140,18 @@ const ClassInfo* FindMessageClass(const CommandInfo& command, Side side) {
             std::string_view(all[i].command->name) == command.name)
             return &all[i];
     return nullptr;
+}
+
+CCmdCore* MakeFromJson(const ClassInfo& cls, std::uint16_t version, std::string_view text,
+                       std::string* error) {
+    std::unique_ptr<CCmdCore> object(cls.make(version));
+    if (object == nullptr) {
+        if (error != nullptr) *error = "out of memory";
+        return nullptr;
+    }
+    object->RemoveAll();
+    if (!FromJson(*object, text, error)) return nullptr;
+    return object.release();
 }
 
 std::uint32_t FillSeed(const CommandInfo& command, Side side) {

@@ -3,10 +3,12 @@
 // report it as a text tree or JSON.
 #include "dump.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <iostream>
 #include <sstream>
 
+#include "cmddata/core/json.h"
 #include "cmddata/core/shared_region.h"
 #include "os.h"
 #include "printers.h"
@@ -176,9 +178,11 @@ bool TakesAll(const Decoded& d, std::uint32_t size) { return d.Complete() && d.c
 
 // Better first: a decode that takes exactly all bytes; then the one that makes sense of more
 // bytes; at equal reach a failure beats a decode that leaves bytes over, since the failure says
-// why those bytes are there.
+// why those bytes are there. Of two that take all bytes, the one whose object writes them again
+// as they are wins: the other lost something, a sender's version above its own say.
 bool Better(const Decoded& a, const Decoded& b, std::uint32_t size) {
     if (TakesAll(a, size) != TakesAll(b, size)) return TakesAll(a, size);
+    if (TakesAll(a, size) && a.exact != b.exact) return a.exact;
     if (a.extent != b.extent) return a.extent > b.extent;
     return !a.Complete() && b.Complete();
 }
@@ -284,6 +288,8 @@ void PrintJson(const Decoded& d, const Input& input, const Choice& choice,
     j["left_over"] = rest.left;
     j["left_over_bytes"] = HexRun(input.bytes.data() + rest.end, rest.left);
     j["fields"] = JsonFields(d.root);
+    // The object's own JSON, which 'cmddata encode' takes back.
+    if (!d.message.empty()) j["message"] = nlohmann::ordered_json::parse(d.message, nullptr, false);
     std::cout << j.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << "\n";
 }
 
@@ -343,6 +349,22 @@ bool DecodeAs(const unsigned char* data, std::uint32_t size, const cmddata::Comm
     out->failure = tree.GetFailure();
     if (out->failure.failed && out->code == 0) out->code = out->failure.code;
     out->extent = out->Complete() ? out->consumed : tree.Extent();
+    // The message's JSON is the sender's object, taken in write order: encoding it gives these
+    // very bytes also where the class reads some fields in another order than it writes them.
+    if (out->Complete() && !standIn) {
+        std::unique_ptr<CCmdCore> sent = MakeMessage(command, side, version, &standIn);
+        CCmdReader again;
+        again.AttachView(copy.data(), size);
+        if (sent != nullptr && cmddata::ReadAsWritten(*sent, again) == cmddata::result::kOk) {
+            cmddata::ToJson(*sent, &out->message);
+            std::vector<unsigned char> written(cmddata::WireSize(*sent) + 1);
+            CCmdWriter writer;
+            writer.AttachView(written.data(), static_cast<std::uint32_t>(written.size()));
+            writer.Write(sent.get());
+            out->exact =
+                writer.GetPosition() == size && std::equal(data, data + size, written.begin());
+        }
+    }
     return true;
 }
 

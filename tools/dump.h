@@ -23,6 +23,8 @@ struct Decoded {
     std::uint32_t extent = 0;    // end of the furthest field that decoded
     FieldNode root;
     DecodeFailure failure;
+    std::string message;  // a complete decode: the object's JSON (cmddata/core/json.h)
+    bool exact = false;   // that object writes the bytes decoded as they are
 
     bool Complete() const { return !failure.failed && code == 0; }
 };

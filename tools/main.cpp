@@ -76,7 +76,8 @@ using namespace cmdtool;
 
 const char kSummary[] =
     "usage: cmddata <command> [options]\n"
-    "commands: demo, dump, list, schema, ksy, watch; 'cmddata <command> --help' describes each.\n";
+    "commands: demo, dump, encode, list, schema, ksy, watch; 'cmddata <command> --help' describes "
+    "each.\n";
 
 const char kDemoText[] =
     "Exchanges every built command between two processes. This process (the requesting side)\n"
@@ -99,6 +100,14 @@ const char kDumpText[] =
 const char kDumpFooter[] =
     "Exit status: 0 decoded, 1 the bytes do not decode (offset, result code, the part decoded\n"
     "and a hex view of the rest are shown) or no side takes the whole file, 2 usage error.";
+
+const char kEncodeText[] =
+    "Makes a message's bytes from JSON: the document 'cmddata dump --json' prints (its\n"
+    "\"message\" holds the fields; its command, side and version choose the class), or the\n"
+    "fields alone with --command and --side. A field that is absent is empty. The bytes go to\n"
+    "a file (-o) or to the start of a live named region (--region). Exit status: 0 written,\n"
+    "1 the JSON does not fit the class (the JSON path and the reason are shown) or the output\n"
+    "cannot be written, 2 usage error.";
 
 const char kListText[] =
     "Lists the command catalogue: identifier, name, framing of the send/receive message\n"
@@ -211,6 +220,25 @@ int Main(int argc, char** argv) {
             ->type_name("N");
     dumpCmd->add_flag("--json", dump.json, "print the same as one JSON object");
 
+    EncodeOptions encode;
+    CLI::App* encodeCmd = app.add_subcommand("encode", "make a message's bytes from JSON");
+    encodeCmd->footer(kEncodeText);
+    encodeCmd->add_option("FILE", encode.file, "the JSON, '-' for standard input")
+        ->required()
+        ->type_name("");
+    encodeCmd
+        ->add_option("--command", encode.command, "the command, by catalogue name or identifier")
+        ->type_name("NAME|ID");
+    encodeCmd->add_option("--side", encode.side, "snd (request) or rcv (answer)")
+        ->type_name("snd|rcv")
+        ->check(CLI::IsMember({"snd", "rcv"}));
+    CLI::Option* encodeVersion =
+        encodeCmd->add_option("--version", encode.version, "build the class with this version")
+            ->type_name("N");
+    encodeCmd->add_option("-o,--output", encode.output, "write the bytes to OUT")->type_name("OUT");
+    encodeCmd->add_option("--region", encode.region, "write them into a live named region")
+        ->type_name("NAME");
+
     ListOptions list;
     CLI::App* listCmd = app.add_subcommand("list", "show the command catalogue and what is built");
     listCmd->footer(kListText);
@@ -277,6 +305,10 @@ int Main(int argc, char** argv) {
         if (dump.side == "send") dump.side = "snd";
         if (dump.side == "receive") dump.side = "rcv";
         return RunDump(dump);
+    }
+    if (encodeCmd->parsed()) {
+        encode.versionGiven = encodeVersion->count() != 0;
+        return RunEncode(encode);
     }
     if (schemaCmd->parsed()) return RunSchema(schema);
     if (ksyCmd->parsed()) return RunKsy(ksy);

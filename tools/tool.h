@@ -53,6 +53,16 @@ struct DumpOptions {
     bool json = false;
 };
 
+struct EncodeOptions {
+    std::string file;     // "-": standard input
+    std::string command;  // empty: from the document
+    std::string side;     // "snd", "rcv" or empty: from the document
+    bool versionGiven = false;
+    std::uint16_t version = 0;
+    std::string output;  // -o
+    std::string region;  // --region
+};
+
 struct ListOptions {
     std::string filter;
 };
@@ -76,6 +86,7 @@ struct WatchOptions {
 int RunDemo(const DemoOptions& options);
 int RunVehicleSide(const VehicleSideOptions& options);
 int RunDump(const DumpOptions& options);
+int RunEncode(const EncodeOptions& options);
 int RunList(const ListOptions& options);
 int RunSchema(const SchemaOptions& options);
 int RunKsy(const KsyOptions& options);

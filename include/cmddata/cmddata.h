@@ -10,6 +10,7 @@
 #include "cmddata/core/core.h"
 #include "cmddata/core/describe.h"
 #include "cmddata/core/fields.h"
+#include "cmddata/core/json.h"
 #include "cmddata/core/list.h"
 #include "cmddata/core/result.h"
 #include "cmddata/core/scalar.h"

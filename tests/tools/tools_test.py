@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Tests of the cmddata command-line tool: demo, dump, list, schema, ksy, watch, help and errors.
 
-usage: tools_test.py PATH/TO/cmddata[.exe] [--wrapper wine] [--sanitized] [TESTCLASS ...]
+usage: tools_test.py PATH/TO/cmddata[.exe] [--wrapper wine] [--without CLASS]... [CLASS ...]
 
 The demo runs once with --save: its walk must cover every command that 'list' shows built, each
 matched on both sides. Every saved message is then decoded with dump (text tree and JSON), and
@@ -30,7 +30,6 @@ ROOT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..")
 
 TOOL = None
 WRAPPER = []
-SANITIZED = False  # a sanitizer build: the long walks sample their inputs
 WORK = None
 SAVED = None  # (demo stdout, {file name: bytes})
 
@@ -190,6 +189,12 @@ class HelpAndErrors(unittest.TestCase):
             ["schema", "--bogus"],
             ["schema", "extra"],
             ["schema", "-o"],
+            ["encode"],
+            ["encode", "x.json"],
+            ["encode", "x.json", "-o", "y.bin", "--region", "r"],
+            ["encode", "x.json", "-o", "y.bin", "--side", "both"],
+            ["encode", "x.json", "-o", "y.bin", "--command", "NoSuchCommand"],
+            ["encode", "x.json", "-o", "y.bin", "--version", "70000"],
             ["ksy"],
             ["ksy", "--out"],
             ["watch"],
@@ -260,6 +265,109 @@ class HostileInputs(unittest.TestCase):
     def test_unwritable_save_directory(self):
         under_a_file = os.path.join(write_temp("plain.bin", b"x"), "saved")
         self.fails_in_one_line("demo", "--save", under_a_file)
+
+
+class Encode(unittest.TestCase):
+    """encode takes what dump --json prints back to the very bytes, and refuses JSON that does
+    not fit its class with the JSON path, in one line and exit status 1."""
+
+    def dump_doc(self, name):
+        _, command, side = saved_name(name)
+        path = os.path.join(WORK, "saved", name)
+        code, out, err = run("dump", "--json", "--command", command, "--side", side, path)
+        self.assertEqual(code, 0, (name, err))
+        return out
+
+    def test_dump_json_encodes_back_to_every_saved_file(self):
+        _, files = saved_demo()
+        names = sorted(files)
+        if os.environ.get("CMDDATA_TOOL_TEST_SAMPLE"):
+            names = spread(names, int(os.environ["CMDDATA_TOOL_TEST_SAMPLE"]))
+        out_path = os.path.join(WORK, "encoded.bin")
+        for name in names:
+            doc = write_temp("doc.json", self.dump_doc(name).encode())
+            code, out, err = run("encode", doc, "-o", out_path)
+            self.assertEqual(code, 0, (name, err))
+            with open(out_path, "rb") as f:
+                self.assertEqual(f.read(), files[name], name)
+        # From standard input, and the fields alone with the class named.
+        name = names[len(names) // 2]
+        _, command, side = saved_name(name)
+        doc = self.dump_doc(name)
+        proc = subprocess.run(WRAPPER + [TOOL, "encode", "-", "-o", out_path], input=doc.encode(),
+                              capture_output=True, timeout=60)
+        self.assertEqual(proc.returncode, 0, proc.stderr)
+        fields = write_temp("fields.json", json.dumps(json.loads(doc)["message"]).encode())
+        code, _, err = run("encode", fields, "--command", command, "--side", side, "-o", out_path)
+        self.assertEqual(code, 0, err)
+        with open(out_path, "rb") as f:
+            self.assertEqual(f.read(), files[name], name)
+
+    def fails(self, text, *args):
+        source = write_temp("bad.json", text if isinstance(text, bytes) else text.encode())
+        code, out, err = run("encode", source, *(args or ("-o", os.path.join(WORK, "x.bin"))),
+                             timeout=60)
+        self.assertEqual((code, out), (1, ""), (text[:80], err))
+        self.assertEqual(len(err.strip().splitlines()), 1, err)
+        self.assertTrue(err.startswith("cmddata encode: "), err)
+        return err
+
+    def test_json_that_does_not_fit_names_its_path(self):
+        doc = {"command": "GetDatMonList", "side": "rcv", "version": 1,
+               "message": {"items": [{}, {"item_id": 70000}]}}
+        self.assertIn("items[1].item_id: 70000 does not fit u16", self.fails(json.dumps(doc)))
+        doc["message"] = {"items": [{"unit": {"bytes": "abc"}}]}
+        self.assertIn("items[0].unit.bytes: hex of an odd number of digits",
+                      self.fails(json.dumps(doc)))
+        doc["message"] = {"status_word_1": 1e999}
+        self.assertIn("1e999", self.fails(json.dumps(doc).replace("Infinity", "1e999")))
+        self.assertIn("column 2", self.fails("{,}"))
+        self.assertIn("deeper", self.fails("[" * 100000))
+        self.assertIn("not an object", self.fails("[1]"))
+        self.assertIn("--side", self.fails('{"command": "GetVIN", "message": {}}'))
+        self.assertIn("--command", self.fails("{}"))
+        self.assertIn("UTF-8", self.fails(
+            b'{"command": "GetVIN", "side": "rcv", "message": {"vin": "\xc3\x28"}}'))
+
+    def test_inputs_and_outputs_that_cannot_be(self):
+        good = write_temp("good.json", b'{"command": "GetVIN", "side": "rcv", "message": {}}')
+        code, out, err = run("encode", WORK, "-o", os.path.join(WORK, "x.bin"))
+        self.assertEqual(code, 1, err)
+        self.assertIn("directory", err)
+        under_a_file = os.path.join(good, "x.bin")
+        code, out, err = run("encode", good, "-o", under_a_file)
+        self.assertEqual((code, len(err.splitlines())), (1, 1), err)
+        self.assertIn("cannot write", err)
+        if WRAPPER:
+            return
+        code, _, err = run("encode", "/dev/zero", "-o", os.path.join(WORK, "x.bin"))
+        self.assertEqual(code, 1, err)
+        self.assertIn("more than", err)
+        code, _, err = run("encode", good, "--region", "cmddata-no-such-region-%d" % os.getpid())
+        self.assertEqual(code, 1, err)
+        self.assertIn("cannot open", err)
+
+    @unittest.skipIf(not os.path.isdir("/dev/shm"), "no POSIX shared memory directory")
+    def test_into_a_live_region(self):
+        if WRAPPER:
+            self.skipTest("regions of the emulated system are not visible here")
+        for size, ok in ((4096, True), (8, False)):
+            name = "cmddata-encode-%d-%d" % (os.getpid(), size)
+            with open("/dev/shm/" + name, "wb") as f:
+                f.truncate(size)
+            try:
+                doc = write_temp("vin.json", json.dumps(
+                    {"command": "GetVIN", "side": "rcv", "message": {"vin": "JT123"}}).encode())
+                code, out, err = run("encode", doc, "--region", name)
+                self.assertEqual(code, 0 if ok else 1, err)
+                if ok:
+                    code, doc, err = dump_json("--region", name)
+                    self.assertEqual((code, doc["command"], doc["message"]["vin"]),
+                                     (0, "GetVIN", "JT123"), err)
+                else:
+                    self.assertIn("holds 8", err)
+            finally:
+                os.unlink("/dev/shm/" + name)
 
 
 class List(unittest.TestCase):
@@ -660,7 +768,9 @@ class Kaitai(unittest.TestCase):
             self.assertTrue(os.path.isfile(os.path.join(ksy, entry["file"])), entry)
         started = time.time()
         names = sorted(files)  # the six empty messages too
-        if SANITIZED or WRAPPER:
+        if os.environ.get("CMDDATA_TOOL_TEST_SAMPLE"):
+            names = spread(names, int(os.environ["CMDDATA_TOOL_TEST_SAMPLE"]))
+        elif WRAPPER:
             names = spread(names, 40)
         manifest = []
         for name in names:
@@ -887,11 +997,13 @@ class Watch(unittest.TestCase):
 
 
 def main():
-    global TOOL, WRAPPER, WORK, SANITIZED
+    global TOOL, WRAPPER, WORK
     args = sys.argv[1:]
-    if "--sanitized" in args:
-        SANITIZED = True
-        args.remove("--sanitized")
+    without = set()
+    while "--without" in args:  # every test class but these
+        i = args.index("--without")
+        without.add(args[i + 1])
+        del args[i:i + 2]
     if "--wrapper" in args:
         i = args.index("--wrapper")
         WRAPPER = [args[i + 1]]
@@ -900,6 +1012,9 @@ def main():
         sys.exit(__doc__)
     TOOL = os.path.abspath(args[0])
     cases = args[1:]  # test classes to run (all without)
+    if without and not cases:
+        cases = [name for name, c in sorted(globals().items())
+                 if isinstance(c, type) and issubclass(c, unittest.TestCase) and name not in without]
     if WRAPPER and os.path.basename(WRAPPER[0]).startswith("wine") and shutil.which("wineserver"):
         # Keep one emulator server alive between the many short runs (it ends by itself 10 s
         # after the last one) instead of starting it anew for each.

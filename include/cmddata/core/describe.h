@@ -58,6 +58,11 @@ CMDDATA_API void Describe(CCmdCore& object, FieldVisitor& visitor);
 /// Reads the object from the reader while reporting each field; stops at the first failed
 /// transfer. Returns the first failure's result code (0 when the whole object decoded).
 CMDDATA_API Result DecodeAndDescribe(CCmdCore& object, CCmdReader& reader, FieldVisitor& visitor);
+/// Reads the object taking every field where its Write puts it, so that writing it again gives
+/// the very bytes read: the sender's object. (Read takes a few fields of the classes that cross
+/// them in another order; for every other class the two agree.) Stops at the first failed
+/// transfer; returns its result code, 0 when the whole object came in.
+CMDDATA_API Result ReadAsWritten(CCmdCore& object, CCmdReader& reader);
 /// The smallest number of bytes any object of this class takes on the wire: the scratch object
 /// emptied, with every version prefix taken as 0, then measured. At least 1.
 CMDDATA_API std::uint32_t MinimalWireSize(CCmdCore& scratch);

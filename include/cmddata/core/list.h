@@ -241,6 +241,8 @@ public:
     explicit ListOf(CCmdList<U>& list) : l_(list) {}
     const char* ItemType() const override { return U::TypeName(); }
     std::uint32_t Count() const override { return l_.GetCount(); }
+    CCmdCore& Self() override { return l_; }
+    std::uint32_t ItemBytes() const override { return sizeof(U) + sizeof(void*); }
     void Clear() override { l_.RemoveAll(); }
     std::uint32_t Append(std::uint32_t n) override {
         const std::uint32_t before = l_.GetCount();

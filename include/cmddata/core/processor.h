@@ -157,6 +157,10 @@ public:
     virtual ~ListAccess();
     virtual const char* ItemType() const = 0;
     virtual std::uint32_t Count() const = 0;
+    /// The list itself: its version prefix.
+    virtual CCmdCore& Self() = 0;
+    /// Heap bytes an item takes, about: what appending one costs.
+    virtual std::uint32_t ItemBytes() const = 0;
     /// Empties the list.
     virtual void Clear() = 0;
     /// Appends n default items; returns how many memory allowed.

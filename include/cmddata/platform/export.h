@@ -12,3 +12,11 @@
 #else
 #define CMDDATA_API __attribute__((visibility("default")))
 #endif
+
+// The calling convention of the C interface: stated for 32-bit Windows, where compilers differ
+// in their default; elsewhere there is only one.
+#if defined(_WIN32) && !defined(_WIN64)
+#define CMDDATA_CDECL __cdecl
+#else
+#define CMDDATA_CDECL
+#endif

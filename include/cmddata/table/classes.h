@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "cmddata/command/catalogue.h"
@@ -34,6 +35,10 @@ struct ClassInfo {
     CCmdCore* (*copy)(const CCmdCore& source);
     /// The class's assignment (a deep copy); both objects must be of this class.
     void (*assign)(CCmdCore& target, const CCmdCore& source);
+    /// A new object made by the class's default constructor; null when memory runs out.
+    CCmdCore* (*makeDefault)();
+    /// The version the default constructor gives.
+    std::uint16_t defaultVersion;
 };
 
 /// Every class, family by family in the order of the class lists.
@@ -42,6 +47,11 @@ CMDDATA_API const ClassInfo* Classes(std::size_t* count);
 CMDDATA_API const ClassInfo* FindClass(std::string_view name);
 /// The message class of a command's side, or null while it is not built.
 CMDDATA_API const ClassInfo* FindMessageClass(const CommandInfo& command, Side side);
+/// A new object of the class built with the version, its fields taken from JSON text
+/// (cmddata/core/json.h); null with *error set when the text does not fit the class. Delete it
+/// through CCmdCore.
+CMDDATA_API CCmdCore* MakeFromJson(const ClassInfo& cls, std::uint16_t version,
+                                   std::string_view text, std::string* error);
 /// The seed with which the demo and the captured wire files fill a command's message
 /// (cmddata::Fill): distinct for every command and side.
 CMDDATA_API std::uint32_t FillSeed(const CommandInfo& command, Side side);
