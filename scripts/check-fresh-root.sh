@@ -14,7 +14,8 @@
 # 20 minutes; not part of the test command.
 #
 # Environment: CMDDATA_FRESH_ROOT (the root's directory, default build-fresh-root in the
-# repository; removed and made again), CMDDATA_WIN32_RUN (passed on to install-deps.sh).
+# repository; made anew each run and removed at the end unless CMDDATA_FRESH_ROOT_KEEP=1; some
+# 6 GB), CMDDATA_WIN32_RUN (passed on to install-deps.sh).
 set -u -o pipefail
 
 ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -48,6 +49,12 @@ if [ ${#mirrors[@]} -eq 0 ]; then
     exit 1
 fi
 
+case $(realpath -m "$TARGET") in
+    / | /bin | /boot | /etc | /home | /root | /usr | /var | "$ROOT")
+        say "refusing to use $TARGET as the root's directory" >&2
+        exit 2
+        ;;
+esac
 rm -rf "$TARGET" "$LOGS"
 mkdir -p "$LOGS"
 say "building a bookworm root in $TARGET (log: $LOGS/mmdebstrap.log)"
@@ -69,6 +76,7 @@ git clone -q --no-hardlinks "$ROOT" "$TARGET/src/cmddata" || exit 1
 inside() {
     local log=$LOGS/$1.log
     shift
+    # shellcheck disable=SC2016
     unshare --mount --fork bash -c '
         set -e
         r=$0
@@ -92,6 +100,7 @@ record() {  # name, status, what
 }
 
 say "check clean: no compiler or cmake in the new root"
+# shellcheck disable=SC2016
 inside clean 'for t in cmake g++ c++ clang; do command -v $t && exit 1; done; echo "none of cmake, g++, c++, clang"'
 record clean $? "no cmake or compiler before the project's install step"
 
@@ -117,5 +126,12 @@ echo
 say "results (logs in $LOGS):"
 printf '  %s\n' "${results[@]}"
 failed=$(printf '%s\n' "${results[@]}" | grep -c '^FAIL')
-[ "$failed" = 0 ] && say "all checks passed" || say "$failed check(s) failed"
-[ "$failed" = 0 ]
+if [ "${CMDDATA_FRESH_ROOT_KEEP:-0}" != 1 ]; then
+    rm -rf "$TARGET"
+fi
+if [ "$failed" = 0 ]; then
+    say "all checks passed"
+else
+    say "$failed check(s) failed"
+    exit 1
+fi
