@@ -124,7 +124,8 @@ struct Worst {
 };
 
 /// One class's inputs, each read into a fresh object: written fresh, written filled, and for
-/// each list of the filled form the count that fills room more bytes with smallest items.
+/// each list of the filled form the count that fills room more bytes with smallest items, and
+/// a count that room cannot hold.
 /// Returns the first read that breaks the bound (empty when none does).
 template <class Make>
 std::string CheckClass(const char* name, Make make, std::uint32_t room, Worst& worst) {
