@@ -134,6 +134,42 @@ apt_install() {
     apt-get install -y -q -t bookworm "$@"
 }
 
+# Multi-Arch "same" packages must have equal versions in both architectures. When the i386 index
+# of a suite did not download, an amd64 package installed from that suite (bookworm-security, say)
+# has no i386 twin at its version, and no install of wine32 resolves. For each such package in
+# wine32's dependencies, this prints pkg:amd64=V pkg:i386=V at the highest version V both
+# architectures' indexes offer: a downgrade of the amd64 package to the release suite's version.
+wine32_pins() {
+    local closure table base have i386_versions v
+    closure=$(apt-cache depends --recurse --no-recommends --no-suggests --no-conflicts \
+        --no-breaks --no-replaces --no-enhances "$wine32_pkg" 2>/dev/null |
+        sed -n 's/^\([a-z0-9][^ ]*\):i386$/\1/p' | sort -u)
+    [ -n "$closure" ] || return 0
+    # "name arch version" for every version either index offers, highest first; one apt-cache
+    # call for all (one per package takes minutes).
+    # shellcheck disable=SC2046
+    table=$(apt-cache madison $(sed 's/$/:i386/' <<<"$closure") $(sed 's/$/:amd64/' <<<"$closure") \
+        2>/dev/null | awk -F'|' '{ gsub(/ /, ""); n = $1; a = "amd64"
+            if (n ~ /:i386$/) a = "i386"; sub(/:(i386|amd64)$/, "", n); print n, a, $2 }')
+    # shellcheck disable=SC2086
+    dpkg-query -W -f='${Package} ${Architecture} ${db:Status-Abbrev}\t${Version}\n' $closure 2>/dev/null |
+        awk -F'\t' '$1 ~ / amd64 ii / { split($1, f, " "); print f[1], $2 }' |
+        while read -r base have; do
+            i386_versions=$(awk -v b="$base" '$1 == b && $2 == "i386" { print $3 }' <<<"$table")
+            # Only where no i386 version reaches the installed one (an upgrade apt finds
+            # itself), and only for packages both architectures may hold at once.
+            [ -n "$i386_versions" ] && ! grep -qxF "$have" <<<"$i386_versions" &&
+                dpkg --compare-versions "$have" gt "$(head -n 1 <<<"$i386_versions")" &&
+                apt-cache show "$base:i386" 2>/dev/null | grep -qx 'Multi-Arch: same' || continue
+            for v in $(awk -v b="$base" '$1 == b && $2 == "amd64" { print $3 }' <<<"$table"); do
+                if grep -qxF "$v" <<<"$i386_versions"; then
+                    printf '%s:amd64=%s %s:i386=%s\n' "$base" "$v" "$base" "$v"
+                    break
+                fi
+            done
+        done
+}
+
 apt_update
 
 status=0
@@ -143,7 +179,19 @@ fi
 
 # Last and on its own, so that nothing above depends on it.
 if [ ${#optional_missing[@]} -gt 0 ]; then
-    if ! apt_install "${optional_missing[@]}"; then
+    installed_wine32=0
+    if apt_install "${optional_missing[@]}"; then
+        installed_wine32=1
+    else
+        mapfile -t pins < <(wine32_pins)
+        if [ ${#pins[@]} -gt 0 ]; then
+            log "i386 and amd64 versions differ; installing both at one version: ${pins[*]}"
+            # shellcheck disable=SC2068
+            apt-get install -y -q --no-remove --allow-downgrades -t bookworm \
+                "${optional_missing[@]}" ${pins[@]} && installed_wine32=1
+        fi
+    fi
+    if [ $installed_wine32 = 0 ]; then
         log "could not install ${optional_missing[*]} (optional: 32-bit Windows programs will" \
             "not run here, the 64-bit build is tested instead)"
         # Leave no half-configured i386 package behind for the next apt-get to trip over.

@@ -9,8 +9,8 @@
 #   tsan     preset "tsan": the tests that share an object between threads, under ThreadSanitizer
 #   linux32  preset "linux32": the library and its test program for 32-bit x86 Linux (-m32) with
 #            UBSan, run directly where the kernel runs 32-bit programs, else under qemu-i386
-#   fuzz     preset "fuzz": clang + libFuzzer target under ASan/UBSan, a minute from a seed corpus,
-#            then 20 s of the JSON reader's target
+#   fuzz     preset "fuzz": clang + libFuzzer one-class target under ASan/UBSan, a minute from a
+#            seed corpus, then 20 s of the JSON reader's target
 #   windows  preset "win32": the 32-bit Windows cross build, always; its DLL and programs checked.
 #            Where this machine runs 32-bit x86 programs, ctest runs its tests and the tool's demo
 #            under 32-bit Wine; where it cannot, preset "win64" builds the same for 64-bit Windows
@@ -266,17 +266,19 @@ run_fuzz() {
         return
     fi
     probe_leaks
-    configure_and_build fuzz fuzz "$dir" || return
+    # The one-class target only: each class gets the executions of its own inputs, and the
+    # all-class target is not compiled. The corpus is the one scripts/fuzz.sh keeps.
+    configure_and_build fuzz fuzz "$dir" cmddata_fuzz_one cmddata_fuzz_json make_seeds || return
     rm -rf "$dir/seeds" "$dir/artifacts"
-    mkdir -p "$dir/seeds" "$dir/corpus" "$dir/artifacts"
-    if ! step "fuzz: seed corpus" "$dir/fuzz/make_seeds" "$dir/seeds"; then
+    mkdir -p "$dir/seeds" "$dir/corpus-one" "$dir/artifacts"
+    if ! step "fuzz: seed corpus" "$dir/fuzz/make_seeds" --numbered "$dir/seeds"; then
         fail "fuzz: seed corpus"
         return
     fi
-    banner "fuzz: ${FUZZ_SECONDS}s of cmddata_fuzz"
+    banner "fuzz: ${FUZZ_SECONDS}s of cmddata_fuzz_one"
     local rc
     ASAN_OPTIONS=detect_leaks=$LEAKS UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
-        timeout $((FUZZ_SECONDS + 300)) "$dir/fuzz/cmddata_fuzz" "$dir/corpus" "$dir/seeds" \
+        timeout $((FUZZ_SECONDS + 300)) "$dir/fuzz/cmddata_fuzz_one" "$dir/corpus-one" "$dir/seeds" \
         -max_total_time="$FUZZ_SECONDS" -timeout=25 -rss_limit_mb=4096 -max_len=8192 \
         -artifact_prefix="$dir/artifacts/" -print_final_stats=1 </dev/null >"$dir/fuzz.log" 2>&1
     rc=$?
@@ -292,7 +294,11 @@ run_fuzz() {
 # The JSON reader's target, from every class's JSON: each input names a class and its text.
 run_fuzz_json() {
     local dir=$OUT/fuzz rc
-    [ -x "$dir/fuzz/cmddata_fuzz_json" ] || return
+    [ -x "$dir/fuzz/make_seeds" ] || return  # the build failed: said already
+    if [ ! -x "$dir/fuzz/cmddata_fuzz_json" ]; then
+        fail "fuzz: cmddata_fuzz_json was not built"
+        return
+    fi
     rm -rf "$dir/json-seeds"
     mkdir -p "$dir/json-seeds" "$dir/json-corpus"
     if ! step "fuzz: JSON seed corpus" "$dir/fuzz/make_seeds" --json "$dir/json-seeds"; then
