@@ -599,10 +599,17 @@ class JsonWriter : public FieldProcessor {
 public:
     explicit JsonWriter(std::string& out) : out_(out) {}
 
+    // An object of fields; a text, buffer or list on its own is its value alone.
     void Root(CCmdCore& object) {
+        const std::size_t start = out_.size();
         Open('{');
         object.Visit(*this);
-        Close('}');
+        if (bare_) {
+            out_.erase(start, 1);
+            first_.pop_back();
+        } else {
+            Close('}');
+        }
     }
 
     void Prefix(CCmdCore& self) override {
@@ -693,7 +700,10 @@ private:
             if (!first_.back()) out_ += ',';
             first_.back() = false;
         }
-        if (name == nullptr) return;
+        if (name == nullptr) {
+            if (first_.size() == 1) bare_ = true;  // the root's one unnamed field
+            return;
+        }
         out_ += '"';
         for (const char* p = name; *p != '\0'; ++p)
             AppendEscaped(out_, static_cast<unsigned char>(*p));
@@ -720,6 +730,7 @@ private:
 
     std::string& out_;
     std::vector<bool> first_;
+    bool bare_ = false;
 };
 
 // --- In: the field list taking its values from the document ---
@@ -755,17 +766,22 @@ public:
           error_(error),
           itemBudget_(static_cast<std::uint64_t>(textSize) * kJsonItemBytesPerChar + 65536) {}
 
+    // An object of fields; for a text, buffer or list on its own, its value alone.
     bool Root(CCmdCore& object) {
         const std::uint32_t root = doc_.Root();
-        if (doc_[root].kind != Kind::kObject) {
+        const bool fields = doc_[root].kind == Kind::kObject;
+        Frame frame = Frame::Object(fields ? root : kNone);
+        frame.element = root;
+        frames_.push_back(frame);
+        object.Visit(*this);
+        frames_.pop_back();
+        if (!failed_ && !rootTaken_ && !fields) {
             error_ = std::string("the JSON value is ") + KindName(doc_[root].kind) +
                      ", not an object of fields";
             return false;
         }
-        frames_.push_back(Frame::Object(root));
-        object.Visit(*this);
-        if (!failed_) CheckAllTaken(root, [&](FieldProcessor& p) { object.Visit(p); });
-        frames_.pop_back();
+        if (!failed_ && !rootTaken_)
+            CheckAllTaken(root, [&](FieldProcessor& p) { object.Visit(p); });
         return !failed_;
     }
 
@@ -922,6 +938,10 @@ private:
         if (failed_ || frames_.empty()) return kNone;
         Frame& f = frames_.back();
         if (f.items) return name == nullptr ? f.element : kNone;
+        if (name == nullptr && frames_.size() == 1) {  // the root's one unnamed field
+            rootTaken_ = true;
+            return f.element;
+        }
         if (name == nullptr || f.object == kNone) return kNone;
         for (std::uint32_t c = doc_[f.object].a; c != kNone; c = doc_[c].next) {
             Node& node = doc_[c];
@@ -1131,6 +1151,7 @@ private:
     std::vector<PathPart> path_;
     std::uint64_t itemBudget_;
     bool failed_ = false;
+    bool rootTaken_ = false;
 };
 
 }  // namespace

@@ -124,6 +124,24 @@ TEST(JsonForm, AbsentFieldsKeepTheirEmptyValueAndTheTextIsTakenWhole) {
     EXPECT_EQ(error, "vin: a number where a string was expected");
 }
 
+// A text, buffer or list on its own is its value alone, both ways.
+TEST(JsonForm, ContainersOnTheirOwnAreTheirValue) {
+    CCmdBuffer buffer;
+    const unsigned char bytes[] = {1, 0xAB};
+    buffer.SetAt(bytes, 2);
+    EXPECT_EQ(Json(buffer), "\"01ab\"");
+    CCmdList<CCmdWordId> words;
+    std::string error;
+    ASSERT_TRUE(cmddata::FromJson(words, "[{\"value\":7},{}]", &error)) << error;
+    EXPECT_EQ(words.GetCount(), 2u);
+    EXPECT_EQ(Json(words), "[{\"value\":7},{\"value\":0}]");
+    CCmdString text;
+    EXPECT_FALSE(cmddata::FromJson(text, "{\"bytes\":\"00\",\"x\":1}", &error));
+    EXPECT_EQ(error, "x: no such field");
+    ASSERT_TRUE(cmddata::FromJson(text, "\"ok\"", &error)) << error;
+    EXPECT_EQ(Json(text), "\"ok\"");
+}
+
 TEST(JsonErrors, NameTheJsonPathAndWhatIsWrong) {
     const char* rcv = "CGetDatMonListRcv";
     EXPECT_EQ(ErrorOf(rcv, "{\"items\":[{},{\"item_id\":70000}]}"),
