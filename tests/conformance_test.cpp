@@ -19,16 +19,6 @@ namespace {
 
 using Object = std::unique_ptr<CCmdCore>;
 
-// Carries a version and reserved word into any object through CCmdCore's own assignment.
-class VersionCarrier : public CCmdCore {
-public:
-    explicit VersionCarrier(std::uint16_t version) : CCmdCore(version, 0) {}
-};
-
-void SetVersion(CCmdCore& object, std::uint16_t version) {
-    static_cast<CCmdCore&>(object) = VersionCarrier(version);
-}
-
 std::vector<const ClassInfo*> AllClasses(bool messagesOnly = false) {
     std::size_t count = 0;
     const ClassInfo* all = cmddata::Classes(&count);

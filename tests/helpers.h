@@ -59,15 +59,43 @@ inline void SetStatus(CCmdHeaderWords& h, std::uint32_t first) {
     for (int n = 1; n <= 4; ++n) h.SetStatusWord(n, first + static_cast<std::uint32_t>(n - 1));
 }
 
+/// A region holding hex bytes, one byte larger than they are; Reader() still sees only them.
+class HexRegion {
+public:
+    explicit HexRegion(const std::string& hex)
+        : region_(static_cast<std::uint32_t>(hex.size() / 2 + 1)), size_(hex.size() / 2) {
+        for (std::size_t i = 0; i < size_; ++i)
+            region_.data()[i] =
+                static_cast<unsigned char>(std::stoi(hex.substr(2 * i, 2), nullptr, 16));
+    }
+    CCmdReader Reader() {
+        CCmdReader reader;
+        reader.AttachView(region_.data(), static_cast<std::uint32_t>(size_));
+        return reader;
+    }
+
+private:
+    Region region_;
+    std::size_t size_;
+};
+
+/// Puts any object at a version through CCmdCore's own assignment, also where its constructor
+/// fixes the version: a record takes the sender's version from a region, and an assignment
+/// copies it.
+inline void SetVersion(CCmdCore& object, std::uint16_t version) {
+    class Carrier : public CCmdCore {
+    public:
+        explicit Carrier(std::uint16_t v) : CCmdCore(v, 0) {}
+    };
+    object = Carrier(version);
+}
+
 /// Reads hex bytes (a region of exactly their size) into object; returns the bytes consumed and
 /// the reader's last error in *error.
 inline std::uint32_t ReadHex(const std::string& hex, CCmdCore& object,
                              cmddata::Result* error = nullptr) {
-    Region region(static_cast<std::uint32_t>(hex.size() / 2 + 1));
-    for (std::size_t i = 0; i < hex.size() / 2; ++i)
-        region.data()[i] = static_cast<unsigned char>(std::stoi(hex.substr(2 * i, 2), nullptr, 16));
-    CCmdReader reader;
-    reader.AttachView(region.data(), static_cast<std::uint32_t>(hex.size() / 2));
+    HexRegion region(hex);
+    CCmdReader reader = region.Reader();
     reader.Read(&object);
     if (error != nullptr) *error = reader.GetLastError();
     return reader.GetPosition();

@@ -15,14 +15,9 @@ namespace {
 
 using Object = std::unique_ptr<CCmdCore>;
 
-class VersionCarrier : public CCmdCore {
-public:
-    explicit VersionCarrier(std::uint16_t version) : CCmdCore(version, 0) {}
-};
-
 Object Make(const ClassInfo& c, std::uint16_t version) {
     Object object(c.make(version));
-    static_cast<CCmdCore&>(*object) = VersionCarrier(version);
+    SetVersion(*object, version);
     return object;
 }
 
@@ -65,12 +60,8 @@ TEST_P(JsonConformance, BytesSurviveJsonAtEveryVersionEmptyAndFilled) {
             if (filled) cmddata::Fill(*sent, 7 + v);
             const std::string bytes = WireHex(*sent);
             Object received = Make(c, v);
-            Region region(static_cast<std::uint32_t>(bytes.size() / 2 + 1));
-            for (std::size_t i = 0; i < bytes.size() / 2; ++i)
-                region.data()[i] =
-                    static_cast<unsigned char>(std::stoi(bytes.substr(2 * i, 2), nullptr, 16));
-            CCmdReader reader;
-            reader.AttachView(region.data(), static_cast<std::uint32_t>(bytes.size() / 2));
+            HexRegion region(bytes);
+            CCmdReader reader = region.Reader();
             ASSERT_EQ(cmddata::ReadAsWritten(*received, reader), cmddata::result::kOk);
             ASSERT_EQ(reader.GetPosition() * 2, bytes.size());
             const std::string again = bytes;
