@@ -31,10 +31,10 @@ function hex(bytes) {
   return Buffer.from(bytes).toString("hex");
 }
 
-const specs = new Map();  // type id -> parsed .ksy
+const descriptions = new Map();  // type id -> parsed .ksy
 function load(id) {
-  if (!specs.has(id)) specs.set(id, yaml.load(fs.readFileSync(path.join(ksyDir, id + ".ksy"), "utf8")));
-  return specs.get(id);
+  if (!descriptions.has(id)) descriptions.set(id, yaml.load(fs.readFileSync(path.join(ksyDir, id + ".ksy"), "utf8")));
+  return descriptions.get(id);
 }
 const importer = {
   importYaml(name) {
