@@ -8,8 +8,6 @@ using cmddata::Result;
 namespace result = cmddata::result;
 using cmddata::detail::Access;
 
-CCmdCore::~CCmdCore() = default;
-
 void CCmdCore::Read(CCmdReader& reader) {
     cmddata::detail::ViaReader x{reader};
     cmddata::detail::ReadPrefix(*this, x);

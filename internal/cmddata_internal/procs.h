@@ -336,7 +336,7 @@ namespace detail {
 template <class D, class S, class Direct, class Via>
 class StreamOps : public FieldOps<D> {
 public:
-    explicit StreamOps(S& stream) : s_(stream), direct_(IsExactly<S>(stream)) {}
+    explicit StreamOps(S& stream) : s_(stream), direct_(IsPlain<S>(stream)) {}
     static bool Since(const CCmdCore& self, std::uint16_t v) { return self.GetVersion() >= v; }
 
     template <WireType W, class V>
@@ -391,7 +391,10 @@ public:
     template <class T>
     void Nested(const char*, T& o) {
 #ifdef CMDDATA_BUILDING
-        CmdDataFields(*this, o);
+        if constexpr (detail::FieldsInHeader<T>::value)
+            o.Fields(*this);
+        else
+            CmdDataFields(*this, o);
 #else
         o.T::Read(s_);  // a field list outside the library: through the exported operation
 #endif
@@ -435,7 +438,10 @@ public:
     template <class T>
     void Nested(const char*, T& o) {
 #ifdef CMDDATA_BUILDING
-        CmdDataFields(*this, o);
+        if constexpr (detail::FieldsInHeader<T>::value)
+            o.Fields(*this);
+        else
+            CmdDataFields(*this, o);
 #else
         o.T::Write(s_);
 #endif

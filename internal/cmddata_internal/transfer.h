@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <cstring>
-#include <typeinfo>
 
 #include "cmddata/core/core.h"
 
@@ -179,15 +178,6 @@ inline Result WriteRaw(CCmdStreamBase& s, const void* source, std::int32_t count
     // Deliberately not stored: a bad call leaves the writer's last error as it was.
     if (source == nullptr || count < 1) return result::kBadArgument;
     return Transfer(s, const_cast<void*>(source), static_cast<std::uint32_t>(count), false);
-}
-
-// True when the stream is exactly CCmdReader / CCmdWriter, not a class of the caller's own. The
-// type_info addresses decide at once in the usual case; the full comparison (a name compare
-// where type_info objects are not merged) runs only when they differ.
-template <class Stream>
-inline bool IsExactly(const Stream& s) {
-    const std::type_info& t = typeid(s);
-    return &t == &typeid(Stream) || t == typeid(Stream);
 }
 
 }  // namespace detail

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <typeinfo>
 
 #include "cmddata/core/result.h"
 #include "cmddata/platform/export.h"
@@ -17,10 +18,23 @@ struct Access;
 class CCmdReader;
 class CCmdWriter;
 
+namespace cmddata {
+namespace detail {
+/// True when the stream is exactly CCmdReader / CCmdWriter, not a class of the caller's own. The
+/// type_info addresses decide at once in the usual case; the full comparison (a name compare
+/// where type_info objects are not merged) runs only when they differ.
+template <class Stream>
+inline bool IsPlain(const Stream& s) {
+    const std::type_info& t = typeid(s);
+    return &t == &typeid(Stream) || t == typeid(Stream);
+}
+}  // namespace detail
+}  // namespace cmddata
+
 /// Root of every serializable object: a 16-bit version and a 16-bit reserved word.
 class CMDDATA_API CCmdCore {
 public:
-    virtual ~CCmdCore();
+    virtual ~CCmdCore() = default;
     /// Reads the 4-byte version prefix; a sender version above ours makes ours 0.
     virtual void Read(CCmdReader& reader);
     /// Writes the 4-byte version prefix.

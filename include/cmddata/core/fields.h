@@ -20,9 +20,18 @@
 // the lists, so the library does not link with a class that is not.
 #pragma once
 
+#include <type_traits>
+
 #include "cmddata/core/core.h"
 
 namespace cmddata {
+namespace detail {
+/// True for a class whose field list is defined in its header: the stream processors run it in
+/// place rather than through the class's out-of-line entry, which is what a list of bare numbers
+/// needs to move at the speed of its bytes.
+template <class T>
+struct FieldsInHeader : std::false_type {};
+}  // namespace detail
 class ReadProc;
 class WriteProc;
 class ResetProc;

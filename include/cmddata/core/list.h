@@ -2,8 +2,10 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <new>
+#include <type_traits>
 #include <utility>
 
 #include "cmddata/core/core.h"
@@ -31,7 +33,38 @@ std::uint32_t MinWireSize() {
 }  // namespace detail
 }  // namespace cmddata
 
+template <class T>
+class CCmdList;
+
+// Whole-list transfers of the library's item classes (defined with the class table): the list's
+// own algorithm, each item read or written straight through its field list, with no virtual call
+// per item. A list of any other class moves its items through the streams' object transfer.
+#define CMDDATA_RECORD(Class)                                       \
+    class Class;                                                    \
+    CMDDATA_API void CmdDataReadList(CCmdReader&, CCmdList<Class>&); \
+    CMDDATA_API void CmdDataWriteList(CCmdWriter&, CCmdList<Class>&);
+#include "cmddata/classes.def"
+CMDDATA_RECORD(CCmdString)
+CMDDATA_RECORD(CCmdBuffer)
+#undef CMDDATA_RECORD
+
+namespace cmddata {
+namespace detail {
+template <class L, class = void>
+struct HasListCodec : std::false_type {};
+template <class L>
+struct HasListCodec<L, std::void_t<decltype(CmdDataReadList(std::declval<CCmdReader&>(),
+                                                            std::declval<L&>()))>>
+    : std::true_type {};
+}  // namespace detail
+}  // namespace cmddata
+
 /// An ordered list of owned T records: version prefix, u32 count, then each item's own form.
+///
+/// The nodes live in chunks that the list owns, so appending rarely allocates and an item's
+/// address stays put until it is removed (GetAt hands out references). Emptying the list keeps
+/// its chunks, as a vector keeps its capacity, up to kKeptBytes; a read keeps what its count
+/// needs and lets go of chunks beyond twice that, so one huge message does not pin its memory.
 ///
 /// Copy construction shares the source's nodes (right after a copy both lists hold the very same
 /// items). The nodes are reference-counted as one chain, so either list may be destroyed or
@@ -48,19 +81,36 @@ class CCmdList : public CCmdCore {
         Node* next;
         T item;
     };
+    // A run of node slots, handed out front to back.
+    struct Chunk {
+        Chunk* next;
+        std::uint32_t slots;
+    };
+    static constexpr std::size_t kChunkHead =
+        (sizeof(Chunk) + alignof(Node) - 1) / alignof(Node) * alignof(Node);
+    static_assert(alignof(Node) <= __STDCPP_DEFAULT_NEW_ALIGNMENT__, "nodes need no more");
     struct Chain {
         std::atomic<std::uint32_t> refs;
         Node* head;
         Node* tail;
         std::uint32_t count;
+        Chunk* chunks;         // every chunk, in the order they are filled
+        Chunk* fill;           // the chunk new nodes come from (those before it are full)
+        std::uint32_t used;    // slots of fill handed out
+        std::uint32_t slots;   // slots in all chunks
+        std::uint32_t handed;  // slots handed out from chunks since the list was last emptied
+        Node* spare;           // slots given back by RemoveAt, linked through next
     };
 
 public:
+    /// Node memory an emptied list keeps for its next items.
+    static constexpr std::size_t kKeptBytes = 64 * 1024;
+
     CCmdList() = default;
     CCmdList(const CCmdList& other) : CCmdCore(other), chain_(other.chain_) {
         if (chain_ != nullptr) chain_->refs.fetch_add(1, std::memory_order_relaxed);
     }
-    ~CCmdList() override { Release(); }
+    ~CCmdList() override { Drop(); }
 
     /// Deep copy, item by item with T's assignment; this list's version and reserved word stay.
     /// Assigning a list to itself changes nothing.
@@ -68,9 +118,12 @@ public:
         if (&source == this) return;
         Chain* keep = source.chain_;  // source may share our chain; hold it while we let go
         if (keep != nullptr) keep->refs.fetch_add(1, std::memory_order_relaxed);
-        Release();
-        for (Node* n = keep != nullptr ? keep->head : nullptr; n != nullptr; n = n->next)
-            GetAt(AddTail()) = n->item;
+        Empty(kKeptBytes);
+        for (Node* n = keep != nullptr ? keep->head : nullptr; n != nullptr; n = n->next) {
+            Node* copy = Append();
+            if (copy == nullptr) break;
+            copy->item = n->item;
+        }
         ReleaseChain(keep);
     }
 
@@ -81,9 +134,10 @@ public:
     }
     /// Appends a copy of item (T's assignment); returns its index.
     std::uint32_t AddTail(const T& item) {
-        const std::uint32_t index = AddTail();
-        if (chain_ != nullptr && chain_->tail != nullptr) chain_->tail->item = item;
-        return index;
+        Node* node = Append();
+        if (node == nullptr) return 0;
+        node->item = item;
+        return chain_->count - 1;
     }
 
     /// Item index; an index of 0 or past the end yields the first item. On an empty list the
@@ -117,7 +171,9 @@ public:
             before->next = victim->next;
             if (c.tail == victim) c.tail = before;
         }
-        Destroy(victim);
+        victim->~Node();
+        victim->next = c.spare;  // the slot is used again by the next append
+        c.spare = victim;
         return true;
     }
 
@@ -128,13 +184,19 @@ public:
             visit(n->item);
     }
 
-    void RemoveAll() override { Release(); }
+    void RemoveAll() override { Empty(kKeptBytes); }
 
     void Read(CCmdReader& reader) override {
+        if constexpr (cmddata::detail::HasListCodec<CCmdList>::value) {
+            if (cmddata::detail::IsPlain(reader)) return CmdDataReadList(reader, *this);
+        }
         ReadWith(
             reader, [](std::uint32_t, bool) {}, [&reader](T& item) { reader.Read(&item); });
     }
     void Write(CCmdWriter& writer) override {
+        if constexpr (cmddata::detail::HasListCodec<CCmdList>::value) {
+            if (cmddata::detail::IsPlain(writer)) return CmdDataWriteList(writer, *this);
+        }
         WriteWith(writer, [&writer](T& item) { writer.Write(&item); });
     }
     void Visit(cmddata::FieldProcessor& p) override { p.List(nullptr, *this); }
@@ -146,7 +208,7 @@ public:
     template <class OnCount, class OnItem>
     void ReadWith(CCmdReader& reader, OnCount&& onCount, OnItem&& onItem) {
         CCmdCore::Read(reader);
-        Release();
+        Empty(~std::size_t{0});
         std::uint32_t count = 0;  // stays 0 when the transfer moves nothing
         reader.Read(&count, 4);
         const bool fits =
@@ -156,14 +218,36 @@ public:
             cmddata::detail::Exhaust(reader);
             return;
         }
-        for (std::uint32_t i = 0; i < count; ++i) {
-            Node* node = Append();
-            if (node == nullptr) {  // out of memory: stop, and make the failure visible
-                cmddata::detail::Exhaust(reader);
-                return;
-            }
-            onItem(node->item);
+        if (!Reserve(count)) {  // out of memory: read nothing, and make the failure visible
+            cmddata::detail::Exhaust(reader);
+            return;
         }
+        if (count == 0) return;
+        // The nodes are linked as they come from the chunks, with the chain's own fields
+        // brought up to date once at the end: nothing reads them while the items are read.
+        Chain& c = *chain_;
+        Node** link = c.tail != nullptr ? &c.tail->next : &c.head;
+        Node* node = nullptr;
+        for (std::uint32_t i = 0; i < count;) {
+            while (c.used == c.fill->slots) {
+                c.fill = c.fill->next;
+                c.used = 0;
+            }
+            Node* slot = SlotAt(c.fill, c.used);
+            std::uint32_t run = c.fill->slots - c.used;
+            if (run > count - i) run = count - i;
+            c.used += run;
+            c.handed += run;
+            c.count += run;
+            for (Node* const end = slot + run; slot != end; ++slot) {
+                node = new (slot) Node{nullptr, T()};
+                *link = node;
+                link = &node->next;
+                onItem(node->item);
+            }
+            i += run;
+        }
+        if (node != nullptr) c.tail = node;
     }
     /// The list's writing algorithm with the item transfer left to the caller.
     template <class OnItem>
@@ -179,53 +263,131 @@ private:
         static T placeholder;
         return placeholder;
     }
-    static void Destroy(Node* node) {
-        node->~Node();
-        ::operator delete(node, std::nothrow);
+    static Node* SlotAt(Chunk* chunk, std::uint32_t i) {
+        return reinterpret_cast<Node*>(reinterpret_cast<unsigned char*>(chunk) + kChunkHead) + i;
+    }
+    static void DestroyItems(Chain& c) {
+        for (Node* n = c.head; n != nullptr;) {
+            Node* next = n->next;
+            n->~Node();
+            n = next;
+        }
+        c.head = c.tail = c.spare = nullptr;
+        c.count = c.handed = c.used = 0;
+        c.fill = c.chunks;
+    }
+    static void FreeChunks(Chain& c) {
+        for (Chunk* k = c.chunks; k != nullptr;) {
+            Chunk* next = k->next;
+            ::operator delete(k, std::nothrow);
+            k = next;
+        }
+        c.chunks = c.fill = nullptr;
+        c.slots = c.used = 0;
     }
     static void ReleaseChain(Chain* chain) {
         if (chain == nullptr || chain->refs.fetch_sub(1, std::memory_order_acq_rel) != 1) return;
-        for (Node* n = chain->head; n != nullptr;) {
-            Node* next = n->next;
-            Destroy(n);
-            n = next;
-        }
+        DestroyItems(*chain);
+        FreeChunks(*chain);
         delete chain;
     }
-    void Release() {
+    void Drop() {
         ReleaseChain(chain_);
         chain_ = nullptr;
+    }
+    // Destroys every item. The chunks stay for the next items while they hold at most keep
+    // bytes; a chain shared with a copy is left to the copy.
+    void Empty(std::size_t keep) {
+        if (chain_ == nullptr) return;
+        if (chain_->refs.load(std::memory_order_acquire) != 1) return Drop();
+        DestroyItems(*chain_);
+        if (static_cast<std::size_t>(chain_->slots) * sizeof(Node) > keep) FreeChunks(*chain_);
+    }
+    bool Own() {
+        if (chain_ != nullptr) return Unshare();
+        chain_ = new (std::nothrow) Chain{{1}, nullptr, nullptr, 0, nullptr, nullptr, 0, 0, 0, nullptr};
+        return chain_ != nullptr;
+    }
+    // Adds a chunk of n slots behind the others.
+    bool Grow(std::uint32_t n) {
+        Chain& c = *chain_;
+        if (n > (SIZE_MAX - kChunkHead) / sizeof(Node) || n > ~c.slots) return false;
+        void* raw = ::operator new(kChunkHead + std::size_t{n} * sizeof(Node), std::nothrow);
+        if (raw == nullptr) return false;
+        Chunk* chunk = new (raw) Chunk{nullptr, n};
+        Chunk** end = &c.chunks;
+        while (*end != nullptr) end = &(*end)->next;
+        *end = chunk;
+        if (c.fill == nullptr) c.fill = chunk;
+        c.slots += n;
+        return true;
+    }
+    // Makes room for n more items without allocating per item. A read sizes the chunks to its
+    // count: chunks beyond twice what it needs go, and a shortfall is one chunk of it.
+    bool Reserve(std::uint32_t n) {
+        if (chain_ != nullptr && chain_->handed == 0 &&
+            chain_->refs.load(std::memory_order_acquire) == 1 && chain_->slots / 2 > n + 16)
+            FreeChunks(*chain_);
+        if (n == 0) return true;
+        if (!Own()) return false;
+        Chain& c = *chain_;
+        const std::uint32_t left = c.slots - c.handed;
+        if (left >= n) return true;
+        const std::uint32_t need = n - left;
+        // Growing by at least half of what is held keeps the number of chunks logarithmic.
+        return Grow(need > c.slots / 2 ? need : c.slots / 2) || Grow(need);
+    }
+    // A slot from the chunks, or null when they are full; the list must own its chain.
+    Node* FreshSlot() {
+        Chain& c = *chain_;
+        while (c.fill != nullptr && c.used == c.fill->slots) {
+            c.fill = c.fill->next;
+            c.used = 0;
+        }
+        if (c.fill == nullptr) return nullptr;
+        c.handed += 1;
+        return SlotAt(c.fill, c.used++);
+    }
+    // Constructs a default item in slot and links it behind the tail.
+    Node* Link(Node* slot) {
+        Node* node = new (slot) Node{nullptr, T()};
+        Chain& c = *chain_;
+        if (c.tail != nullptr)
+            c.tail->next = node;
+        else
+            c.head = node;
+        c.tail = node;
+        c.count += 1;
+        return node;
+    }
+    Node* Append() {
+        if (!Own()) return nullptr;
+        Chain& c = *chain_;
+        Node* slot = c.spare;
+        if (slot != nullptr) {
+            c.spare = slot->next;
+        } else {
+            slot = FreshSlot();
+            if (slot == nullptr) {
+                if (!Grow(c.slots < 4 ? 4 : c.slots) && !Grow(1)) return nullptr;
+                slot = FreshSlot();
+            }
+        }
+        return Link(slot);
     }
     // Makes the chain this list's own before it changes (copy-on-write of shared nodes).
     bool Unshare() {
         if (chain_ == nullptr || chain_->refs.load(std::memory_order_acquire) == 1) return true;
         Chain* shared = chain_;
         chain_ = nullptr;
-        for (Node* n = shared->head; n != nullptr; n = n->next) {
-            Node* copy = Append();
-            if (copy == nullptr) break;
-            copy->item = n->item;
+        if (!Own() || !Reserve(shared->count)) {  // out of memory: stay as we were
+            Drop();
+            chain_ = shared;
+            return false;
         }
+        for (Node* n = shared->head; n != nullptr; n = n->next) Link(FreshSlot())->item = n->item;
         ReleaseChain(shared);
-        return chain_ != nullptr || shared == nullptr;
-    }
-    Node* Append() {
-        if (chain_ == nullptr) {
-            chain_ = new (std::nothrow) Chain{{1}, nullptr, nullptr, 0};
-            if (chain_ == nullptr) return nullptr;
-        } else if (!Unshare()) {
-            return nullptr;
-        }
-        void* raw = ::operator new(sizeof(Node), std::nothrow);
-        if (raw == nullptr) return nullptr;
-        Node* node = new (raw) Node{nullptr, T()};
-        if (chain_->tail != nullptr)
-            chain_->tail->next = node;
-        else
-            chain_->head = node;
-        chain_->tail = node;
-        chain_->count += 1;
-        return node;
+        return true;
     }
 
     Chain* chain_ = nullptr;

@@ -50,6 +50,31 @@ public:
     std::uint32_t operator=(std::uint32_t value) { return CCmdDwordId::operator=(value); }
 };
 
+template <class P>
+inline void CCmdByteData::Fields(P& p) {
+    p.U8("value", value_);
+}
+template <class P>
+inline void CCmdWordId::Fields(P& p) {
+    p.U16("value", value_);
+}
+template <class P>
+inline void CCmdDwordId::Fields(P& p) {
+    p.U32("value", value_);
+}
+namespace cmddata {
+namespace detail {
+template <>
+struct FieldsInHeader<CCmdByteData> : std::true_type {};
+template <>
+struct FieldsInHeader<CCmdWordId> : std::true_type {};
+template <>
+struct FieldsInHeader<CCmdDwordId> : std::true_type {};
+template <>
+struct FieldsInHeader<CCmdDwordData> : std::true_type {};
+}  // namespace detail
+}  // namespace cmddata
+
 /// A list of bytes as one object; its own version never travels, only the list's form does.
 class CMDDATA_API CCmdByteDataList : public CCmdCore {
 public:
