@@ -21,6 +21,7 @@ namespace {
 constexpr std::size_t kHeadAlign = sizeof(void*) == 4 ? 8 : alignof(std::max_align_t);
 struct alignas(kHeadAlign) BlockHead {
     std::atomic<std::uint32_t> refs;
+    std::uint32_t capacity;
 };
 static_assert(sizeof(BlockHead) == kHeadAlign, "block head must keep the bytes aligned");
 
@@ -32,8 +33,20 @@ unsigned char* SharedBlock::Allocate(std::uint32_t size) {
     if (size > SIZE_MAX - sizeof(BlockHead)) return nullptr;
     void* raw = std::malloc(sizeof(BlockHead) + static_cast<std::size_t>(size));
     if (raw == nullptr) return nullptr;
-    BlockHead* head = new (raw) BlockHead{{1}};
+    BlockHead* head = new (raw) BlockHead{{1}, size};
     return reinterpret_cast<unsigned char*>(head + 1);
+}
+
+unsigned char* SharedBlock::Refill(std::uint32_t n) {
+    if (data_ != nullptr) {
+        BlockHead* head = HeadOf(data_);
+        const std::uint64_t room = head->capacity;
+        // Only a block nobody else sees is written over; one far too large is let go.
+        if (head->refs.load(std::memory_order_acquire) == 1 && room >= n && room / 2 <= n + 64u)
+            return data_;
+    }
+    Reset(Allocate(n));
+    return data_;
 }
 
 SharedBlock::SharedBlock(const SharedBlock& other) : data_(other.data_) {

@@ -210,3 +210,31 @@ TYPED_TEST(CoreSharedBytes, AssignmentCopiesDeeplyAndSurvivesSelfAssignment) {
 static_assert(
     std::is_same<decltype(std::declval<CCmdByteData&>() = std::uint8_t{0}), std::uint8_t>::value,
     "assigning a value yields the value, not the object");
+
+TYPED_TEST(CoreSharedBytes, ReadingWritesOverABlockOnlyWhenNobodySharesIt) {
+    // Each region carries "abcd", then "xy": the second read fits in the first one's block.
+    const std::string wide = std::is_same<TypeParam, CCmdBuffer>::value ? "04000000" : "0400";
+    const std::string small = std::is_same<TypeParam, CCmdBuffer>::value ? "02000000" : "0200";
+    TypeParam held;
+    ASSERT_EQ(ReadFrom(held, Unhex("01000000" + wide + "61626364")), result::kOk);
+    const void* block = Block(held);
+    ASSERT_EQ(ReadFrom(held, Unhex("01000000" + small + "7879")), result::kOk);
+    EXPECT_EQ(Block(held), block);  // written over, not allocated again
+    EXPECT_EQ(Bytes(held), "7879");
+
+    TypeParam copy(held);  // shares the block: the next read must leave the copy's bytes alone
+    ASSERT_EQ(ReadFrom(held, Unhex("01000000" + small + "5a5a")), result::kOk);
+    EXPECT_NE(Block(held), Block(copy));
+    EXPECT_EQ(Bytes(copy), "7879");
+    EXPECT_EQ(Bytes(held), "5a5a");
+
+    // A block far larger than the new bytes is let go rather than kept.
+    std::string big;
+    for (int i = 0; i < 400; ++i) big += "41";
+    const std::string bigCount = std::is_same<TypeParam, CCmdBuffer>::value ? "90010000" : "9001";
+    ASSERT_EQ(ReadFrom(held, Unhex("01000000" + bigCount + big)), result::kOk);
+    block = Block(held);
+    ASSERT_EQ(ReadFrom(held, Unhex("01000000" + small + "7879")), result::kOk);
+    EXPECT_NE(Block(held), block);
+    EXPECT_EQ(Bytes(held), "7879");
+}

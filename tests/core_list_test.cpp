@@ -202,3 +202,60 @@ TEST(CoreList, HundredThousandItemsRoundTrip) {
     });
     EXPECT_TRUE(same);
 }
+
+TEST(CoreList, NodesStayPutAndTheirMemoryIsUsedAgain) {
+    CCmdList<CCmdWordId> list = Words({1, 2, 3, 4});
+    CCmdWordId* second = &list.GetAt(1);
+    CCmdWordId* fourth = &list.GetAt(3);
+    for (int i = 0; i < 100; ++i) list.AddTail();  // growing moves no item
+    EXPECT_EQ(&list.GetAt(1), second);
+    EXPECT_EQ(&list.GetAt(3), fourth);
+    ASSERT_TRUE(list.RemoveAt(1));
+    EXPECT_EQ(&list.GetAt(2), fourth);
+    list.AddTail();  // the removed item's slot is the next one used
+    EXPECT_EQ(&list.GetAt(list.GetCount() - 1), second);
+
+    // Emptying keeps the memory: the same number of items comes back at the same addresses.
+    CCmdWordId* first = &list.GetAt(0);
+    list.RemoveAll();
+    list.AddTail();
+    EXPECT_EQ(&list.GetAt(0), first);
+
+    // Reading into the list again uses its nodes again, and reads them right.
+    const std::vector<unsigned char> two = {1, 0, 0, 0, 2, 0, 0, 0, 7, 0, 8, 0};
+    ReadFrom(list, two);
+    first = &list.GetAt(0);
+    ReadFrom(list, two);
+    EXPECT_EQ(&list.GetAt(0), first);
+    EXPECT_EQ(Values(list), (std::vector<std::uint16_t>{7, 8}));
+}
+
+TEST(CoreList, ReadingAgainDestroysEveryOldItemAndSparesSharedCopies) {
+    // Items with texts: every old text must go (ASan reports a leak otherwise), and a copy that
+    // shares the nodes keeps its items while the list reads new ones.
+    std::vector<unsigned char> texts = {1, 0, 0, 0, 2, 0, 0, 0};
+    for (const char* t : {"ab", "cd"}) {
+        const std::vector<unsigned char> one = {1, 0, 0, 0, 2, 0, static_cast<unsigned char>(t[0]),
+                                                static_cast<unsigned char>(t[1])};
+        texts.insert(texts.end(), one.begin(), one.end());
+    }
+    CCmdList<CCmdString> list = Texts({"x", "y", "z"});
+    CCmdList<CCmdString> copy(list);
+    ReadFrom(list, texts);
+    ASSERT_EQ(list.GetCount(), 2u);
+    EXPECT_EQ(Hex(list.GetAt(1).GetBytes(), 2), "6364");
+    ASSERT_EQ(copy.GetCount(), 3u);
+    EXPECT_EQ(Hex(copy.GetAt(2).GetBytes(), 2), "7a00");
+    ReadFrom(list, texts);
+    EXPECT_EQ(Hex(list.GetAt(0).GetBytes(), 2), "6162");
+
+    // A huge read followed by a small one: the small one works from the kept memory or new,
+    // and the items read are right either way.
+    CCmdList<CCmdWordId> words;
+    std::vector<unsigned char> many = {1, 0, 0, 0, 0x10, 0x27, 0, 0};  // 10,000 items
+    many.resize(many.size() + 20000, 0x11);
+    ReadFrom(words, many);
+    EXPECT_EQ(words.GetCount(), 10000u);
+    ReadFrom(words, {1, 0, 0, 0, 1, 0, 0, 0, 0x22, 0x11});
+    EXPECT_EQ(Values(words), (std::vector<std::uint16_t>{0x1122}));
+}

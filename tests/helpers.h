@@ -48,6 +48,15 @@ inline std::string Wire(std::string spaced) {
     return spaced;
 }
 
+/// The bytes a hex string spells (spaces allowed).
+inline std::vector<unsigned char> Unhex(const std::string& hex) {
+    const std::string digits = Wire(hex);
+    std::vector<unsigned char> out;
+    for (std::size_t i = 0; i + 1 < digits.size(); i += 2)
+        out.push_back(static_cast<unsigned char>(std::stoi(digits.substr(i, 2), nullptr, 16)));
+    return out;
+}
+
 /// The four status words of a fresh header, and an empty list: prefix, count 0.
 inline const std::string kNoStatus(32, '0');
 inline const std::string kEmptyList = "0100000000000000";

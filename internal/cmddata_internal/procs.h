@@ -85,13 +85,13 @@ void ReadText(CCmdString& s, CCmdReader& reader, X& x) {
         Exhaust(reader);
         return;
     }
-    unsigned char* fresh = SharedBlock::Allocate(length);
-    if (fresh == nullptr) {
+    // The block held is written over when nobody shares it and the text fits.
+    unsigned char* into = Access::Block(s).Refill(length);
+    if (into == nullptr) {
         s.Initial();
         return;
     }
-    Access::Block(s).Reset(fresh);
-    x.Bytes(fresh, length);
+    x.Bytes(into, length);
 }
 template <class X>
 void WriteText(CCmdString& s, X& x) {
@@ -102,26 +102,26 @@ void WriteText(CCmdString& s, X& x) {
     if (length != 0 && data != nullptr) x.Bytes(data, length);
 }
 
-// CCmdBuffer's reading: prefix, count, bytes; the old block goes first.
+// CCmdBuffer's reading: prefix, count, bytes. The old bytes go; their block is written over when
+// nobody shares it and the new bytes fit.
 template <class X>
 void ReadBytes(CCmdBuffer& b, CCmdReader& reader, X& x) {
     ReadPrefix(b, x);
     SharedBlock& block = Access::Block(b);
     std::uint32_t& size = Access::ByteCount(b);
-    block.Reset();
     x.template Fixed<4>(&size);  // a transfer that moves nothing leaves the old size
-    if (size == 0) return;
+    if (size == 0) return block.Reset();
     if (!CountFits(reader, size, 1)) {
+        block.Reset();
         size = 0;
         Exhaust(reader);
         return;
     }
-    unsigned char* data = SharedBlock::Allocate(size);
+    unsigned char* data = block.Refill(size);
     if (data == nullptr) {  // the bytes stay unread: later fields read from here
         size = 0;
         return;
     }
-    block.Reset(data);
     // A size past 2^31 is a negative count to the raw transfer: nothing comes in then.
     if (x.Bytes(data, static_cast<std::int32_t>(size)) == result::kBadArgument)
         std::memset(data, 0, size);

@@ -22,6 +22,10 @@ public:
     static unsigned char* Allocate(std::uint32_t n);
     /// Lets go of the block held and holds fresh (from Allocate, or null).
     void Reset(unsigned char* fresh = nullptr);
+    /// A block for n bytes (n > 0) that this owner holds alone: the one held when nobody shares
+    /// it and it fits without being more than twice too large, else a new one (the old one let
+    /// go). Null when memory runs out; the old block is gone then too.
+    unsigned char* Refill(std::uint32_t n);
     unsigned char* get() const { return data_; }
 
 private:
