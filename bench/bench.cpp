@@ -1,23 +1,115 @@
 // Write and read benchmarks of the library against the copy limit and two peer serializers, all
-// over the same data, ending in a table of ratios. See bench/README.md.
+// over the same data, ending in tables of ratios and of heap blocks. See bench/README.md.
 #include <benchmark/benchmark.h>
 #include <google/protobuf/arena.h>
 
 #include <algorithm>
+#include <cinttypes>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <deque>
 #include <functional>
 #include <map>
 #include <memory>
+#include <new>
 #include <streambuf>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "cmddata/cmddata.h"
 #include "peers.pb.h"
 #include "plain.h"
 #include "shapes.h"
+
+// ---- heap blocks counted -----------------------------------------------------------------------
+
+// Counts every block taken from the heap, so that a message's allocations can be told apart from
+// its copying. A plain counter: the benchmarks run on one thread, and one add per allocation is
+// nothing next to the allocation, in the timed runs too.
+namespace {
+std::uint64_t g_heapBlocks = 0;
+}
+
+#if defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__)
+// glibc lets a program define malloc itself: these count and forward to glibc's own, so that the
+// blocks taken with std::malloc (the library's texts and buffers, and inside the peers) count too.
+// glibc's free takes them back as they are. noexcept lets the forwarding be a plain jump.
+extern "C" {
+void* __libc_malloc(std::size_t) noexcept;
+void* __libc_calloc(std::size_t, std::size_t) noexcept;
+void* __libc_realloc(void*, std::size_t) noexcept;
+void __libc_free(void*) noexcept;
+
+void* malloc(std::size_t n) noexcept {
+    ++g_heapBlocks;
+    return __libc_malloc(n);
+}
+void* calloc(std::size_t count, std::size_t n) noexcept {
+    ++g_heapBlocks;
+    return __libc_calloc(count, n);
+}
+void* realloc(void* p, std::size_t n) noexcept {
+    ++g_heapBlocks;
+    return __libc_realloc(p, n);
+}
+}
+
+namespace {
+// operator new counts its blocks itself, so it goes past the counting malloc.
+void* RawTake(std::size_t n) noexcept { return __libc_malloc(n); }
+void RawGive(void* p) noexcept { __libc_free(p); }
+}  // namespace
+#else
+namespace {
+// Elsewhere only the blocks of operator new are counted. Out of line, free is not taken for the
+// wrong partner of an inlined operator new.
+void* RawTake(std::size_t n) noexcept { return std::malloc(n); }
+[[gnu::noinline]] void RawGive(void* p) noexcept { std::free(p); }
+}  // namespace
+#endif
+
+namespace {
+void* Take(std::size_t n) noexcept {
+    ++g_heapBlocks;
+    return RawTake(n == 0 ? 1 : n);
+}
+void* TakeAligned(std::size_t n, std::align_val_t align) noexcept {
+    ++g_heapBlocks;
+    const auto a = static_cast<std::size_t>(align);
+    return std::aligned_alloc(a, (std::max<std::size_t>(n, 1) + a - 1) / a * a);
+}
+void* OrThrow(void* p) {
+    if (p == nullptr) throw std::bad_alloc();
+    return p;
+}
+}  // namespace
+
+void* operator new(std::size_t n) { return OrThrow(Take(n)); }
+void* operator new[](std::size_t n) { return OrThrow(Take(n)); }
+void* operator new(std::size_t n, const std::nothrow_t&) noexcept { return Take(n); }
+void* operator new[](std::size_t n, const std::nothrow_t&) noexcept { return Take(n); }
+void* operator new(std::size_t n, std::align_val_t a) { return OrThrow(TakeAligned(n, a)); }
+void* operator new[](std::size_t n, std::align_val_t a) { return OrThrow(TakeAligned(n, a)); }
+void* operator new(std::size_t n, std::align_val_t a, const std::nothrow_t&) noexcept {
+    return TakeAligned(n, a);
+}
+void* operator new[](std::size_t n, std::align_val_t a, const std::nothrow_t&) noexcept {
+    return TakeAligned(n, a);
+}
+void operator delete(void* p) noexcept { RawGive(p); }
+void operator delete[](void* p) noexcept { RawGive(p); }
+void operator delete(void* p, std::size_t) noexcept { RawGive(p); }
+void operator delete[](void* p, std::size_t) noexcept { RawGive(p); }
+void operator delete(void* p, const std::nothrow_t&) noexcept { RawGive(p); }
+void operator delete[](void* p, const std::nothrow_t&) noexcept { RawGive(p); }
+void operator delete(void* p, std::align_val_t) noexcept { RawGive(p); }
+void operator delete[](void* p, std::align_val_t) noexcept { RawGive(p); }
+void operator delete(void* p, std::size_t, std::align_val_t) noexcept { RawGive(p); }
+void operator delete[](void* p, std::size_t, std::align_val_t) noexcept { RawGive(p); }
+void operator delete(void* p, std::align_val_t, const std::nothrow_t&) noexcept { RawGive(p); }
+void operator delete[](void* p, std::align_val_t, const std::nothrow_t&) noexcept { RawGive(p); }
 
 namespace {
 
@@ -97,10 +189,48 @@ void Fail(const std::string& what) {
     std::exit(1);
 }
 
-benchmark::internal::Benchmark* Add(const std::string& name,
-                                    std::function<void(benchmark::State&)> f) {
-    return benchmark::RegisterBenchmark(name.c_str(), [f](benchmark::State& s) { f(s); })
-        ->Unit(benchmark::kNanosecond);
+// Stands in for benchmark::State to run a benchmark's body twice, untimed, and count the heap
+// blocks of the second run alone: one message in the steady state, where a reused object has
+// been read into once already.
+class BlockCount {
+public:
+    struct [[maybe_unused]] Value {};
+    struct Iterator {
+        BlockCount* count;
+        bool operator!=(const Iterator&) const { return count->Next(); }
+        void operator++() {}
+        Value operator*() const { return {}; }
+    };
+    Iterator begin() { return {this}; }
+    Iterator end() { return {this}; }
+    void SkipWithError(const char*) {}  // the timed run reports it, and no count is shown then
+
+    std::uint64_t blocks = 0;
+
+private:
+    bool Next() {
+        benchmark::ClobberMemory();  // the compiler must not keep the counter across the body
+        if (pass_ == 1) blocks = g_heapBlocks;
+        if (pass_ == 2) blocks = g_heapBlocks - blocks;
+        return pass_++ < 2;
+    }
+    int pass_ = 0;
+};
+
+std::map<std::string, std::function<std::uint64_t()>> g_blockCounts;  // by benchmark name
+
+// Registers a benchmark; one whose body also takes a BlockCount gets its allocations counted.
+template <class Body>
+void Add(const std::string& name, Body body) {
+    benchmark::RegisterBenchmark(name.c_str(), [body](benchmark::State& s) {
+        body(s);
+    })->Unit(benchmark::kNanosecond);
+    if constexpr (std::is_invocable_v<Body, BlockCount&>)
+        g_blockCounts[name] = [body] {
+            BlockCount count;
+            body(count);
+            return count.blocks;
+        };
 }
 
 // The JSON codec over a shape's filled object: its text made (json-out) and taken into a new
@@ -200,7 +330,7 @@ void AddShape(const std::string& shape, std::shared_ptr<Plain> mirror, Make make
     AddJson(shape, ours, make);
 
     // ---- write ----
-    Add(w + "cmddata", [=](benchmark::State& s) {
+    Add(w + "cmddata", [=](auto& s) {
         CCmdWriter wr;
         for (auto _ : s) {
             wr.AttachView(region, capacity);
@@ -209,7 +339,7 @@ void AddShape(const std::string& shape, std::shared_ptr<Plain> mirror, Make make
         if (wr.GetLastError() != 0) s.SkipWithError("write failed");
     });
     auto limitWrite = [=](auto compare) {
-        return [=](benchmark::State& s) {
+        return [=](auto& s) {
             for (auto _ : s) {
                 plain::Out<decltype(compare)::value> o{region, region + capacity};
                 plain::Code(o, *mirror);
@@ -221,7 +351,7 @@ void AddShape(const std::string& shape, std::shared_ptr<Plain> mirror, Make make
     Add(w + "limit+cmp", limitWrite(std::true_type()));
     unsigned char* const cr = cerealRegion.data();
     const std::size_t crCap = cerealRegion.size();
-    Add(w + "cereal", [=](benchmark::State& s) {
+    Add(w + "cereal", [=](auto& s) {
         Bytes scratch(crCap);
         SpanBuf sb(scratch.data(), crCap);
         std::ostream os(&sb);
@@ -232,7 +362,7 @@ void AddShape(const std::string& shape, std::shared_ptr<Plain> mirror, Make make
             benchmark::ClobberMemory();
         }
     });
-    Add(w + "protobuf", [=](benchmark::State& s) {
+    Add(w + "protobuf", [=](auto& s) {
         Bytes scratch(protoSize + 64);
         for (auto _ : s) {
             bool ok = proto->SerializeToArray(scratch.data(), static_cast<int>(scratch.size()));
@@ -241,7 +371,7 @@ void AddShape(const std::string& shape, std::shared_ptr<Plain> mirror, Make make
     });
 
     // ---- read into a fresh object ----
-    Add(f + "cmddata", [=](benchmark::State& s) {
+    Add(f + "cmddata", [=](auto& s) {
         std::uint32_t errors = 0;
         for (auto _ : s) {
             CCmdReader rd;
@@ -254,7 +384,7 @@ void AddShape(const std::string& shape, std::shared_ptr<Plain> mirror, Make make
         if (errors != 0) s.SkipWithError("read failed");
     });
     auto limitFresh = [=](auto compare) {
-        return [=](benchmark::State& s) {
+        return [=](auto& s) {
             for (auto _ : s) {
                 Plain p;
                 plain::In<decltype(compare)::value> in{region, region + ourSize};
@@ -265,7 +395,7 @@ void AddShape(const std::string& shape, std::shared_ptr<Plain> mirror, Make make
     };
     Add(f + "limit", limitFresh(std::false_type()));
     Add(f + "limit+cmp", limitFresh(std::true_type()));
-    Add(f + "cereal", [=](benchmark::State& s) {
+    Add(f + "cereal", [=](auto& s) {
         SpanBuf sb(cr, crCap);
         std::istream is(&sb);
         for (auto _ : s) {
@@ -277,14 +407,14 @@ void AddShape(const std::string& shape, std::shared_ptr<Plain> mirror, Make make
         }
     });
     const unsigned char* const pr = protoRegion.data();
-    Add(f + "protobuf", [=](benchmark::State& s) {
+    Add(f + "protobuf", [=](auto& s) {
         for (auto _ : s) {
             Proto m;
             bool ok = m.ParseFromArray(pr, static_cast<int>(protoSize));
             benchmark::DoNotOptimize(ok);
         }
     });
-    Add(f + "pb-arena", [=](benchmark::State& s) {
+    Add(f + "pb-arena", [=](auto& s) {
         // One arena per message, its first block handed in: the arena's best case.
         std::vector<char> block(protoSize * 8 + 4096);
         google::protobuf::ArenaOptions options;
@@ -299,7 +429,7 @@ void AddShape(const std::string& shape, std::shared_ptr<Plain> mirror, Make make
     });
 
     // ---- read into a reused object ----
-    Add(u + "cmddata", [=](benchmark::State& s) {
+    Add(u + "cmddata", [=](auto& s) {
         Ours obj(make());
         std::uint32_t errors = 0;
         for (auto _ : s) {
@@ -312,7 +442,7 @@ void AddShape(const std::string& shape, std::shared_ptr<Plain> mirror, Make make
         if (errors != 0) s.SkipWithError("read failed");
     });
     auto limitReused = [=](auto compare) {
-        return [=](benchmark::State& s) {
+        return [=](auto& s) {
             Plain p;
             for (auto _ : s) {
                 plain::In<decltype(compare)::value> in{region, region + ourSize};
@@ -323,7 +453,7 @@ void AddShape(const std::string& shape, std::shared_ptr<Plain> mirror, Make make
     };
     Add(u + "limit", limitReused(std::false_type()));
     Add(u + "limit+cmp", limitReused(std::true_type()));
-    Add(u + "cereal", [=](benchmark::State& s) {
+    Add(u + "cereal", [=](auto& s) {
         SpanBuf sb(cr, crCap);
         std::istream is(&sb);
         Plain p;
@@ -334,7 +464,7 @@ void AddShape(const std::string& shape, std::shared_ptr<Plain> mirror, Make make
             benchmark::DoNotOptimize(&p);
         }
     });
-    Add(u + "protobuf", [=](benchmark::State& s) {
+    Add(u + "protobuf", [=](auto& s) {
         Proto m;
         for (auto _ : s) {
             bool ok = m.ParseFromArray(pr, static_cast<int>(protoSize));
@@ -518,6 +648,38 @@ void PrintTables(const Collector& c) {
     }
 }
 
+// Heap blocks per message of every benchmark that ran without error, outside the timed runs.
+std::map<std::string, std::uint64_t> CountBlocks(const Collector& c) {
+    std::map<std::string, std::uint64_t> blocks;
+    for (const auto& [name, count] : g_blockCounts)
+        if (c.best.count(name) != 0) blocks[name] = count();
+    return blocks;
+}
+
+void PrintBlocks(const std::map<std::string, std::uint64_t>& blocks) {
+    std::printf(
+        "\n== Allocations per message (heap blocks; read-reused after one warm-up read) ==\n");
+    std::printf("%-20s %-12s", "shape", "op");
+    for (const char* impl : kImpls) std::printf(" %10s", impl);
+    std::printf("\n");
+    for (const std::string& shape : g_shapes)
+        for (const char* op : kOps) {
+            const std::string base = shape + "/" + op + "/";
+            if (std::none_of(std::begin(kImpls), std::end(kImpls),
+                             [&](const char* impl) { return blocks.count(base + impl) != 0; }))
+                continue;
+            std::printf("%-20s %-12s", shape.c_str(), op);
+            for (const char* impl : kImpls) {
+                const auto it = blocks.find(base + impl);
+                if (it == blocks.end())
+                    std::printf(" %10s", "-");
+                else
+                    std::printf(" %10" PRIu64, it->second);
+            }
+            std::printf("\n");
+        }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -526,7 +688,9 @@ int main(int argc, char** argv) {
     RegisterAll();
     Collector collector;
     benchmark::RunSpecifiedBenchmarks(&collector);
+    const auto blocks = CountBlocks(collector);
     PrintTables(collector);
+    PrintBlocks(blocks);
     benchmark::Shutdown();
     google::protobuf::ShutdownProtobufLibrary();
     return 0;

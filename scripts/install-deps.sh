@@ -13,7 +13,7 @@ export DEBIAN_FRONTEND=noninteractive
 # Native build and tests, the sanitizer build, the fuzz target (clang + its runtime), the
 # benchmarks, the tool's libraries, the 32-bit and 64-bit Windows cross builds and 64-bit Wine.
 native_pkgs=(cmake make g++ clang libclang-rt-14-dev libgtest-dev googletest libbenchmark-dev
-    python3 python3-pytest file libprotobuf-dev protobuf-compiler libcereal-dev libcli11-dev nlohmann-json3-dev)
+    python3 python3-pytest python3-matplotlib file libprotobuf-dev protobuf-compiler libcereal-dev libcli11-dev nlohmann-json3-dev)
 # The 32-bit Linux build (-m32 with its UBSan runtime) and user-mode emulation to run it where
 # the kernel does not run 32-bit programs.
 if [ "$(dpkg --print-architecture)" = amd64 ]; then
