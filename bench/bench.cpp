@@ -390,6 +390,7 @@ void AddShape(const std::string& shape, std::shared_ptr<Plain> mirror, Make make
                 plain::In<decltype(compare)::value> in{region, region + ourSize};
                 plain::Code(in, p);
                 benchmark::DoNotOptimize(&p);
+                benchmark::DoNotOptimize(in.ok);  // else the compares are dead code
             }
         };
     };
@@ -448,6 +449,7 @@ void AddShape(const std::string& shape, std::shared_ptr<Plain> mirror, Make make
                 plain::In<decltype(compare)::value> in{region, region + ourSize};
                 plain::Code(in, p);
                 benchmark::DoNotOptimize(&p);
+                benchmark::DoNotOptimize(in.ok);  // else the compares are dead code
             }
         };
     };

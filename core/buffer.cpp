@@ -125,7 +125,7 @@ void CCmdBuffer::RemoveAll() {
 
 void CCmdBuffer::Read(CCmdReader& reader) {
     cmddata::detail::ViaReader x{reader};
-    cmddata::detail::ReadBytes(*this, reader, x);
+    cmddata::detail::ReadBytes(*this, x);
 }
 
 void CCmdBuffer::Write(CCmdWriter& writer) {
@@ -185,7 +185,7 @@ void CCmdString::RemoveAll() { SetAt(static_cast<const char*>(nullptr), 0); }
 
 void CCmdString::Read(CCmdReader& reader) {
     cmddata::detail::ViaReader x{reader};
-    cmddata::detail::ReadText(*this, reader, x);
+    cmddata::detail::ReadText(*this, x);
 }
 
 void CCmdString::Write(CCmdWriter& writer) {

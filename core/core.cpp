@@ -37,7 +37,8 @@ void CCmdStreamBase::AttachView(void* view, std::uint32_t size) {
 CCmdReader::~CCmdReader() = default;
 
 Result CCmdReader::Read(void* destination, std::int32_t count) {
-    return cmddata::detail::ReadRaw(*this, destination, count);
+    return cmddata::detail::OnStream(
+        *this, [&](auto& c) { return cmddata::detail::ReadRaw(c, destination, count); });
 }
 
 void CCmdReader::Read(CCmdCore* object) { object->Read(*this); }
@@ -45,7 +46,8 @@ void CCmdReader::Read(CCmdCore* object) { object->Read(*this); }
 CCmdWriter::~CCmdWriter() = default;
 
 Result CCmdWriter::Write(const void* source, std::int32_t count) {
-    return cmddata::detail::WriteRaw(*this, source, count);
+    return cmddata::detail::OnStream(
+        *this, [&](auto& c) { return cmddata::detail::WriteRaw(c, source, count); });
 }
 
 void CCmdWriter::Write(CCmdCore* object) { object->Write(*this); }
@@ -80,15 +82,13 @@ const char* ResultName(Result code) {
 namespace detail {
 
 bool CountFits(const CCmdReader& reader, std::uint32_t count, std::uint32_t minItemSize) {
-    if (!reader.IsAttached()) return count == 0;  // nothing is left to hold anything
-    const std::uint64_t left = reader.GetSize() - reader.GetPosition();
-    return static_cast<std::uint64_t>(count) * (minItemSize == 0 ? 1 : minItemSize) <= left;
+    return Cursor::Of(const_cast<CCmdReader&>(reader)).Fits(count, minItemSize);
 }
 
 void Exhaust(CCmdReader& reader) {
-    if (!reader.IsAttached()) return;
-    Access::Position(reader) = Access::Base(reader) + Access::Size(reader);
-    Access::LastError(reader) = result::kPastEnd;
+    Cursor c = Cursor::Of(reader);
+    c.Exhaust();
+    c.To(reader);
 }
 
 }  // namespace detail

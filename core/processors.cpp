@@ -282,7 +282,7 @@ private:
     void MoveBuffer(CCmdBuffer& buffer) override { buffer.CCmdBuffer::Write(counter_); }
     const unsigned char* MoveDropped(std::uint32_t count, bool*) override {
         detail::ViaWriter x{counter_};
-        detail::WriteZeros(count, counter_, x);
+        detail::WriteZeros(count, x);
         return nullptr;
     }
     void MoveList(ListAccess& list, ItemSink& items) override { list.Write(counter_, items); }
@@ -314,7 +314,7 @@ private:
         *fits = detail::CountFits(r_, count, 1);
         const unsigned char* seen = *fits ? r_.GetBase() + r_.GetPosition() : nullptr;
         detail::ViaReader x{r_};
-        detail::ReadDropped(count, r_, x);
+        detail::ReadDropped(count, x);
         return seen;
     }
     void MoveList(ListAccess& list, ItemSink& items) override { list.Read(r_, items); }

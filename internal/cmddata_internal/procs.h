@@ -20,40 +20,71 @@ namespace cmddata {
 namespace detail {
 
 // Raw transfers as the algorithms below see them: through the stream's virtual slot (a stream
-// class of the caller's own), or inlined where the stream is exactly CCmdReader / CCmdWriter.
-// Both give the same results, last errors and positions.
-struct ViaReader {
-    CCmdReader& r;
+// class of the caller's own), or inlined over a cursor where the stream is exactly CCmdReader /
+// CCmdWriter. Both give the same results, last errors and positions. Besides the transfers:
+// Fits (count items of at least min bytes can still lie in the region), Exhaust (run to the end
+// with kPastEnd), Attached and Fail (store a result).
+template <class S>
+struct Via {
+    S& s;
     template <std::uint32_t N>
     Result Fixed(void* v) {
-        return r.Read(v, static_cast<std::int32_t>(N));
+        return Raw(v, static_cast<std::int32_t>(N));
     }
-    Result Bytes(void* v, std::int32_t n) { return r.Read(v, n); }
-};
-struct DirectReader {
-    CCmdReader& r;
-    template <std::uint32_t N>
-    Result Fixed(void* v) {
-        return ReadFixed<N>(r, v);
-    }
-    Result Bytes(void* v, std::int32_t n) { return ReadRaw(r, v, n); }
-};
-struct ViaWriter {
-    CCmdWriter& w;
     template <std::uint32_t N>
     Result Fixed(const void* v) {
-        return w.Write(v, static_cast<std::int32_t>(N));
+        return Raw(v, static_cast<std::int32_t>(N));
     }
-    Result Bytes(const void* v, std::int32_t n) { return w.Write(v, n); }
+    Result Bytes(void* v, std::int32_t n) { return Raw(v, n); }
+    Result Bytes(const void* v, std::int32_t n) { return Raw(v, n); }
+    bool Fits(std::uint32_t count, std::uint32_t min) { return Cursor::Of(s).Fits(count, min); }
+    void Exhaust() { Change([](Cursor& c) { c.Exhaust(); }); }
+    bool Attached() const { return s.IsAttached(); }
+    std::uint32_t Left() const { return s.GetSize() - s.GetPosition(); }
+    void Fail(Result r) { Change([r](Cursor& c) { c.last = r; }); }
+
+private:
+    Result Raw(void* v, std::int32_t n) {
+        if constexpr (std::is_same_v<S, CCmdReader>)
+            return s.Read(v, n);
+        else
+            return s.Write(v, n);
+    }
+    Result Raw(const void* v, std::int32_t n) { return Raw(const_cast<void*>(v), n); }
+    template <class F>
+    void Change(F f) {
+        Cursor c = Cursor::Of(s);
+        f(c);
+        c.To(s);
+    }
 };
-struct DirectWriter {
-    CCmdWriter& w;
+using ViaReader = Via<CCmdReader>;
+using ViaWriter = Via<CCmdWriter>;
+
+template <bool Reading>
+struct Direct {
+    Cursor& c;
     template <std::uint32_t N>
-    Result Fixed(const void* v) {
-        return WriteFixed<N>(w, v);
+    CMDDATA_ALWAYS_INLINE Result Fixed(const void* v) {
+        if constexpr (Reading)
+            return ReadFixed<N>(c, const_cast<void*>(v));
+        else
+            return WriteFixed<N>(c, v);
     }
-    Result Bytes(const void* v, std::int32_t n) { return WriteRaw(w, v, n); }
+    Result Bytes(const void* v, std::int32_t n) {
+        if constexpr (Reading)
+            return ReadRaw(c, const_cast<void*>(v), n);
+        else
+            return WriteRaw(c, v, n);
+    }
+    bool Fits(std::uint32_t count, std::uint32_t min) const { return c.Fits(count, min); }
+    void Exhaust() { c.Exhaust(); }
+    bool Attached() const { return c.pos != nullptr; }
+    std::uint32_t Left() const { return c.size - static_cast<std::uint32_t>(Offset(c.pos, c.base)); }
+    void Fail(Result r) { c.last = r; }
 };
+using DirectReader = Direct<true>;
+using DirectWriter = Direct<false>;
 
 // The version prefix: a sender version above ours makes ours 0.
 // Returns the sender's word, for the describer to report.
@@ -75,14 +106,14 @@ void WritePrefix(CCmdCore& self, X& x) {
 // CCmdString's reading: prefix, count, bytes. The block held before is let go only when a new
 // one replaces it; a count larger than the bytes left is not allocated for.
 template <class X>
-void ReadText(CCmdString& s, CCmdReader& reader, X& x) {
+void ReadText(CCmdString& s, X& x) {
     ReadPrefix(s, x);
     std::uint16_t& length = Access::TextLength(s);
     x.template Fixed<2>(&length);  // a transfer that moves nothing leaves the old length
     if (length == 0) return;       // the old block stays beside a length of 0
-    if (!CountFits(reader, length, 1)) {
+    if (!x.Fits(length, 1)) {
         s.Initial();
-        Exhaust(reader);
+        x.Exhaust();
         return;
     }
     // The block held is written over when nobody shares it and the text fits.
@@ -105,16 +136,16 @@ void WriteText(CCmdString& s, X& x) {
 // CCmdBuffer's reading: prefix, count, bytes. The old bytes go; their block is written over when
 // nobody shares it and the new bytes fit.
 template <class X>
-void ReadBytes(CCmdBuffer& b, CCmdReader& reader, X& x) {
+void ReadBytes(CCmdBuffer& b, X& x) {
     ReadPrefix(b, x);
     SharedBlock& block = Access::Block(b);
     std::uint32_t& size = Access::ByteCount(b);
     x.template Fixed<4>(&size);  // a transfer that moves nothing leaves the old size
     if (size == 0) return block.Reset();
-    if (!CountFits(reader, size, 1)) {
+    if (!x.Fits(size, 1)) {
         block.Reset();
         size = 0;
-        Exhaust(reader);
+        x.Exhaust();
         return;
     }
     unsigned char* data = block.Refill(size);
@@ -143,11 +174,11 @@ constexpr std::uint32_t kDroppedSlice = 256;
 // Reads count bytes and drops them. A count the region cannot hold is not read: it becomes 0
 // and the reader is run to its end with kPastEnd.
 template <class X>
-void ReadDropped(std::uint32_t& count, CCmdReader& reader, X& x) {
+void ReadDropped(std::uint32_t& count, X& x) {
     if (count == 0) return;
-    if (!CountFits(reader, count, 1)) {
+    if (!x.Fits(count, 1)) {
         count = 0;
-        Exhaust(reader);
+        x.Exhaust();
         return;
     }
     unsigned char scratch[kDroppedSlice];
@@ -160,10 +191,10 @@ void ReadDropped(std::uint32_t& count, CCmdReader& reader, X& x) {
 // Writes count zero bytes. A run longer than the room left fails as one transfer of it would:
 // kPastEnd, nothing moved.
 template <class X>
-void WriteZeros(std::uint32_t count, CCmdWriter& writer, X& x) {
+void WriteZeros(std::uint32_t count, X& x) {
     if (count == 0) return;
-    if (writer.IsAttached() && count > writer.GetSize() - writer.GetPosition()) {
-        Access::LastError(writer) = result::kPastEnd;
+    if (x.Attached() && count > x.Left()) {
+        x.Fail(result::kPastEnd);
         return;
     }
     static const unsigned char zeros[kDroppedSlice] = {};
@@ -330,13 +361,18 @@ void WriteImage(T& object, X& x) {
 
 namespace detail {
 
-// The stream a static processor moves its fields through: inlined where the stream is exactly
-// CCmdReader or CCmdWriter, through its virtual raw transfer where it is a class of the
-// caller's own. Both give the same results, last errors and positions.
-template <class D, class S, class Direct, class Via>
+// The stream a static processor moves its fields through: inlined over a cursor where the stream
+// is exactly CCmdReader or CCmdWriter, through its virtual raw transfer where it is a class of
+// the caller's own. Both give the same results, last errors and positions. The cursor takes the
+// stream's state at the first field and gives it back before anything else moves the stream, and
+// at the end: nothing can look at the stream in between.
+template <class D, class S, bool Reading>
 class StreamOps : public FieldOps<D> {
 public:
     explicit StreamOps(S& stream) : s_(stream), direct_(IsPlain<S>(stream)) {}
+    StreamOps(const StreamOps&) = delete;
+    StreamOps& operator=(const StreamOps&) = delete;
+    ~StreamOps() { Sync(); }
     static bool Since(const CCmdCore& self, std::uint16_t v) { return self.GetVersion() >= v; }
 
     template <WireType W, class V>
@@ -348,26 +384,53 @@ public:
 
 protected:
     template <class F>
-    void With(F&& f) {
+    CMDDATA_ALWAYS_INLINE void With(F&& f) {
         if (direct_) {
-            Direct x{s_};
+            if (!live_) {
+                c_ = Cursor::Of(s_);
+                live_ = true;
+            }
+            Direct<Reading> x{c_};
             f(x);
         } else {
-            Via x{s_};
+            Via<S> x{s_};
             f(x);
         }
+    }
+    void Sync() {
+        if (!live_) return;
+        c_.To(s_);
+        live_ = false;
     }
     S& s_;
 
 private:
     bool direct_;
+    bool live_ = false;
+    Cursor c_{};
+};
+
+// A list's prefix and count as a stream processor moves them (CCmdList::ReadThrough).
+template <class X>
+struct ListIn {
+    X& x;
+    void Prefix(CCmdCore& self) { ReadPrefix(self, x); }
+    void Count(std::uint32_t* n) { x.template Fixed<4>(n); }
+    bool Fits(std::uint32_t count, std::uint32_t min) { return x.Fits(count, min); }
+    void Exhaust() { x.Exhaust(); }
+};
+template <class X>
+struct ListOut {
+    X& x;
+    void Prefix(CCmdCore& self) { WritePrefix(self, x); }
+    void Count(const std::uint32_t* n) { x.template Fixed<4>(n); }
 };
 
 }  // namespace detail
 
 /// Reads each field from a reader, in list order, whatever failed before.
 class ReadProc
-    : public detail::StreamOps<ReadProc, CCmdReader, detail::DirectReader, detail::ViaReader> {
+    : public detail::StreamOps<ReadProc, CCmdReader, true> {
 public:
     using StreamOps::StreamOps;
     static constexpr bool Reading() { return true; }
@@ -376,16 +439,16 @@ public:
         With([&](auto& x) { detail::ReadPrefix(self, x); });
     }
     void String(const char*, CCmdString& s) {
-        With([&](auto& x) { detail::ReadText(s, s_, x); });
+        With([&](auto& x) { detail::ReadText(s, x); });
     }
     void Buffer(const char*, CCmdBuffer& b) {
-        With([&](auto& x) { detail::ReadBytes(b, s_, x); });
+        With([&](auto& x) { detail::ReadBytes(b, x); });
     }
     /// A u32 count, then count bytes the object does not keep: read and dropped.
     void Dropped(const char*, const char*, std::uint32_t& count) {
         With([&](auto& x) {
             x.template Fixed<4>(&count);
-            detail::ReadDropped(count, s_, x);
+            detail::ReadDropped(count, x);
         });
     }
     template <class T>
@@ -396,14 +459,18 @@ public:
         else
             CmdDataFields(*this, o);
 #else
+        Sync();
         o.T::Read(s_);  // a field list outside the library: through the exported operation
 #endif
     }
     template <class L>
     void List(const char*, L& l) {
-        l.ReadWith(
-            s_, [](std::uint32_t, bool) {},
-            [this](typename L::ItemType& item) { Record(nullptr, item); });
+        With([&](auto& x) {
+            detail::ListIn<std::remove_reference_t<decltype(x)>> in{x};
+            l.ReadThrough(
+                in, [](std::uint32_t, bool) {},
+                [this](typename L::ItemType& item) { Record(nullptr, item); });
+        });
     }
     /// A nested object as its fixed in-memory image (see ImageLayout).
     template <class T>
@@ -414,7 +481,7 @@ public:
 
 /// Writes each field to a writer, in list order.
 class WriteProc
-    : public detail::StreamOps<WriteProc, CCmdWriter, detail::DirectWriter, detail::ViaWriter> {
+    : public detail::StreamOps<WriteProc, CCmdWriter, false> {
 public:
     using StreamOps::StreamOps;
     static constexpr bool Reading() { return false; }
@@ -432,7 +499,7 @@ public:
     void Dropped(const char*, const char*, std::uint32_t& count) {
         With([&](auto& x) {
             x.template Fixed<4>(&count);
-            detail::WriteZeros(count, s_, x);
+            detail::WriteZeros(count, x);
         });
     }
     template <class T>
@@ -443,12 +510,16 @@ public:
         else
             CmdDataFields(*this, o);
 #else
+        Sync();
         o.T::Write(s_);
 #endif
     }
     template <class L>
     void List(const char*, L& l) {
-        l.WriteWith(s_, [this](typename L::ItemType& item) { Record(nullptr, item); });
+        With([&](auto& x) {
+            detail::ListOut<std::remove_reference_t<decltype(x)>> out{x};
+            l.WriteThrough(out, [this](typename L::ItemType& item) { Record(nullptr, item); });
+        });
     }
     template <class T>
     void Image(const char*, T& o) {

@@ -111,73 +111,105 @@ inline std::uint64_t Offset(const unsigned char* at, const unsigned char* base) 
                                        reinterpret_cast<std::uintptr_t>(base));
 }
 
+// A stream's moving state, held apart from the stream while a processor runs over it: in a local
+// object the compiler keeps it in registers between fields instead of storing and reloading the
+// position for every one. Base and size never change while a stream is read or written.
+struct Cursor {
+    unsigned char* pos;
+    unsigned char* base;
+    std::uint32_t size;
+    std::uint32_t last;
+
+    static Cursor Of(CCmdStreamBase& s) {
+        return {Access::Position(s), Access::Base(s), Access::Size(s), Access::LastError(s)};
+    }
+    void To(CCmdStreamBase& s) const {
+        Access::Position(s) = pos;
+        Access::LastError(s) = last;
+    }
+    /// True when count items of at least minItemSize bytes can still lie in the region.
+    bool Fits(std::uint32_t count, std::uint32_t minItemSize) const {
+        if (pos == nullptr) return count == 0;  // nothing is left to hold anything
+        const std::uint64_t left = size - Offset(pos, base);
+        return static_cast<std::uint64_t>(count) * (minItemSize == 0 ? 1 : minItemSize) <= left;
+    }
+    /// Runs to the end of the region with kPastEnd, so that every later transfer fails too.
+    void Exhaust() {
+        if (pos == nullptr) return;
+        pos = base + size;
+        last = result::kPastEnd;
+    }
+};
+
 // Steps 2 to 6 of a transfer of count (>= 1) bytes; fromRegion says which way the bytes go.
-inline Result Transfer(CCmdStreamBase& s, void* object, std::uint32_t count, bool fromRegion) {
-    unsigned char*& pos = Access::Position(s);
-    std::uint32_t& last = Access::LastError(s);
-    if (pos == nullptr) return last = result::kNotAttached;
+inline Result Transfer(Cursor& c, void* object, std::uint32_t count, bool fromRegion) {
+    if (c.pos == nullptr) return c.last = result::kNotAttached;
     // 64-bit sum: a 32-bit one could wrap and let a huge count through.
-    const std::uint64_t used = Offset(pos, Access::Base(s));
-    if (used + count > Access::Size(s)) return last = result::kPastEnd;
+    if (Offset(c.pos, c.base) + count > c.size) return c.last = result::kPastEnd;
     unsigned char* const obj = static_cast<unsigned char*>(object);
+    unsigned char* const at = c.pos;
     bool same;
     if (count <= kShortRun) {
         if (fromRegion)
-            CopyShort(obj, pos, count);
+            CopyShort(obj, at, count);
         else
-            CopyShort(pos, obj, count);
+            CopyShort(at, obj, count);
         Reload();
-        same = EqualShort(obj, pos, count);
+        same = EqualShort(obj, at, count);
     } else {
         if (fromRegion)
-            std::memcpy(obj, pos, count);
+            std::memcpy(obj, at, count);
         else
-            std::memcpy(pos, obj, count);
+            std::memcpy(at, obj, count);
         Reload();
-        same = std::memcmp(obj, pos, count) == 0;
+        same = std::memcmp(obj, at, count) == 0;
     }
-    pos += count;
-    return last = same ? result::kOk : result::kVerifyFailed;
+    c.pos = at + count;
+    return c.last = same ? result::kOk : result::kVerifyFailed;
 }
 
 // Transfer for a width known when compiling: the copy and the compare become a few loads.
 template <std::uint32_t N>
-CMDDATA_ALWAYS_INLINE Result TransferFixed(CCmdStreamBase& s, void* object, bool fromRegion) {
-    unsigned char*& pos = Access::Position(s);
-    std::uint32_t& last = Access::LastError(s);
-    unsigned char* const at = pos;
-    if (at == nullptr) return last = result::kNotAttached;
-    const std::uint64_t used = Offset(at, Access::Base(s));
-    if (used + N > Access::Size(s)) return last = result::kPastEnd;
+CMDDATA_ALWAYS_INLINE Result TransferFixed(Cursor& c, void* object, bool fromRegion) {
+    unsigned char* const at = c.pos;
+    if (at == nullptr) return c.last = result::kNotAttached;
+    if (Offset(at, c.base) + N > c.size) return c.last = result::kPastEnd;
     if (fromRegion)
         std::memcpy(object, at, N);
     else
         std::memcpy(at, object, N);
     Reload<N>(object, at);
     const Result r = std::memcmp(object, at, N) == 0 ? result::kOk : result::kVerifyFailed;
-    pos = at + N;
-    return last = r;
+    c.pos = at + N;
+    return c.last = r;
 }
 
 template <std::uint32_t N>
-CMDDATA_ALWAYS_INLINE Result ReadFixed(CCmdStreamBase& s, void* destination) {
-    return TransferFixed<N>(s, destination, true);
+CMDDATA_ALWAYS_INLINE Result ReadFixed(Cursor& c, void* destination) {
+    return TransferFixed<N>(c, destination, true);
 }
 template <std::uint32_t N>
-CMDDATA_ALWAYS_INLINE Result WriteFixed(CCmdStreamBase& s, const void* source) {
-    return TransferFixed<N>(s, const_cast<void*>(source), false);
+CMDDATA_ALWAYS_INLINE Result WriteFixed(Cursor& c, const void* source) {
+    return TransferFixed<N>(c, const_cast<void*>(source), false);
 }
 
 // The whole raw transfers, argument checks included: the bodies of CCmdReader::Read(void*, n)
 // and CCmdWriter::Write(const void*, n), inlined where the stream is known to be exactly one.
-inline Result ReadRaw(CCmdStreamBase& s, void* destination, std::int32_t count) {
-    if (destination == nullptr || count < 1) return Access::LastError(s) = result::kBadArgument;
-    return Transfer(s, destination, static_cast<std::uint32_t>(count), true);
+inline Result ReadRaw(Cursor& c, void* destination, std::int32_t count) {
+    if (destination == nullptr || count < 1) return c.last = result::kBadArgument;
+    return Transfer(c, destination, static_cast<std::uint32_t>(count), true);
 }
-inline Result WriteRaw(CCmdStreamBase& s, const void* source, std::int32_t count) {
+inline Result WriteRaw(Cursor& c, const void* source, std::int32_t count) {
     // Deliberately not stored: a bad call leaves the writer's last error as it was.
     if (source == nullptr || count < 1) return result::kBadArgument;
-    return Transfer(s, const_cast<void*>(source), static_cast<std::uint32_t>(count), false);
+    return Transfer(c, const_cast<void*>(source), static_cast<std::uint32_t>(count), false);
+}
+template <class Raw>
+inline Result OnStream(CCmdStreamBase& s, Raw raw) {
+    Cursor c = Cursor::Of(s);
+    const Result r = raw(c);
+    c.To(s);
+    return r;
 }
 
 }  // namespace detail

@@ -21,6 +21,20 @@ CMDDATA_API bool CountFits(const CCmdReader& reader, std::uint32_t count,
 /// enclosing object fails too and the caller's final GetLastError() reports the damage.
 CMDDATA_API void Exhaust(CCmdReader& reader);
 
+/// A list's prefix and count moved through the stream itself (CCmdList::ReadWith, WriteWith).
+struct ListStreamIn {
+    CCmdReader& r;
+    void Prefix(CCmdCore& self) { self.CCmdCore::Read(r); }
+    void Count(std::uint32_t* n) { r.Read(n, 4); }
+    bool Fits(std::uint32_t count, std::uint32_t min) { return CountFits(r, count, min); }
+    void Exhaust() { cmddata::detail::Exhaust(r); }
+};
+struct ListStreamOut {
+    CCmdWriter& w;
+    void Prefix(CCmdCore& self) { self.CCmdCore::Write(w); }
+    void Count(const std::uint32_t* n) { w.Write(n, 4); }
+};
+
 /// Smallest wire size of T, measured once per class.
 template <class T>
 std::uint32_t MinWireSize() {
@@ -207,19 +221,24 @@ public:
     /// the list, count, the count check, then count items.
     template <class OnCount, class OnItem>
     void ReadWith(CCmdReader& reader, OnCount&& onCount, OnItem&& onItem) {
-        CCmdCore::Read(reader);
+        cmddata::detail::ListStreamIn in{reader};
+        ReadThrough(in, onCount, onItem);
+    }
+    /// The same with the prefix and count moved by in (Prefix, Count, Fits, Exhaust).
+    template <class In, class OnCount, class OnItem>
+    void ReadThrough(In& in, OnCount&& onCount, OnItem&& onItem) {
+        in.Prefix(*this);
         Empty(~std::size_t{0});
         std::uint32_t count = 0;  // stays 0 when the transfer moves nothing
-        reader.Read(&count, 4);
-        const bool fits =
-            cmddata::detail::CountFits(reader, count, cmddata::detail::MinWireSize<T>());
+        in.Count(&count);
+        const bool fits = in.Fits(count, cmddata::detail::MinWireSize<T>());
         onCount(count, fits);
         if (!fits) {
-            cmddata::detail::Exhaust(reader);
+            in.Exhaust();
             return;
         }
         if (!Reserve(count)) {  // out of memory: read nothing, and make the failure visible
-            cmddata::detail::Exhaust(reader);
+            in.Exhaust();
             return;
         }
         if (count == 0) return;
@@ -252,9 +271,15 @@ public:
     /// The list's writing algorithm with the item transfer left to the caller.
     template <class OnItem>
     void WriteWith(CCmdWriter& writer, OnItem&& onItem) {
-        CCmdCore::Write(writer);
-        std::uint32_t count = GetCount();
-        writer.Write(&count, 4);
+        cmddata::detail::ListStreamOut out{writer};
+        WriteThrough(out, onItem);
+    }
+    /// The same with the prefix and count moved by out (Prefix, Count).
+    template <class Out, class OnItem>
+    void WriteThrough(Out& out, OnItem&& onItem) {
+        out.Prefix(*this);
+        const std::uint32_t count = GetCount();
+        out.Count(&count);
         ForEach(onItem);
     }
 
