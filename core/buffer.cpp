@@ -123,6 +123,11 @@ void CCmdBuffer::RemoveAll() {
     size_ = 0;
 }
 
+void CCmdBuffer::Renew() {
+    CCmdCore::operator=(CCmdBuffer());  // a new buffer's version and reserved word
+    size_ = 0;
+}
+
 void CCmdBuffer::Read(CCmdReader& reader) {
     cmddata::detail::ViaReader x{reader};
     cmddata::detail::ReadBytes(*this, x);
@@ -182,6 +187,11 @@ void CCmdString::Initial() {
 }
 
 void CCmdString::RemoveAll() { SetAt(static_cast<const char*>(nullptr), 0); }
+
+void CCmdString::Renew() {
+    CCmdCore::operator=(CCmdString());  // a new string's version and reserved word
+    length_ = 0;
+}
 
 void CCmdString::Read(CCmdReader& reader) {
     cmddata::detail::ViaReader x{reader};

@@ -246,8 +246,19 @@ TEST(CoreList, ReadingAgainDestroysEveryOldItemAndSparesSharedCopies) {
     EXPECT_EQ(Hex(list.GetAt(1).GetBytes(), 2), "6364");
     ASSERT_EQ(copy.GetCount(), 3u);
     EXPECT_EQ(Hex(copy.GetAt(2).GetBytes(), 2), "7a00");
+    // Read again, the texts are written into the blocks they hold; one that comes empty holds
+    // none, as a new text would.
+    const unsigned char* block = list.GetAt(1).GetBytes();
     ReadFrom(list, texts);
     EXPECT_EQ(Hex(list.GetAt(0).GetBytes(), 2), "6162");
+    EXPECT_EQ(list.GetAt(1).GetBytes(), block);
+    ReadFrom(list, {1, 0, 0, 0, 3, 0, 0, 0, 1, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 2, 0, 0, 0, 1, 0,
+                    0x79, 0});
+    ASSERT_EQ(list.GetCount(), 3u);
+    EXPECT_EQ(list.GetAt(0).GetBytes(), nullptr);
+    EXPECT_EQ(list.GetAt(1).GetBytes(), nullptr);
+    EXPECT_EQ(list.GetAt(2).GetVersion(), 0);  // a newer sender's version, as for a new text
+    EXPECT_EQ(Hex(list.GetAt(2).GetBytes(), 1), "79");
 
     // A huge read followed by a small one: the small one works from the kept memory or new,
     // and the items read are right either way.

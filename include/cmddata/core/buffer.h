@@ -57,6 +57,10 @@ public:
     std::uint32_t GetSize() const { return size_; }
 
     void RemoveAll() override;
+    /// Returns to the state of a new buffer but keeps the block for a read that follows at once
+    /// to write into; that read lets it go if it brings no bytes. A list reading into items it
+    /// held before uses it.
+    void Renew();
     /// Reads prefix, count and bytes. A count larger than the bytes left in the region is not
     /// allocated for: the buffer stays empty and the reader is run to its end with kPastEnd.
     void Read(CCmdReader& reader) override;
@@ -97,6 +101,10 @@ public:
     std::uint16_t GetSize() const { return length_; }
 
     void RemoveAll() override;
+    /// Returns to the state of a new string but keeps the block for a read that follows at once
+    /// to write into; that read lets it go if it brings no bytes. A list reading into items it
+    /// held before uses it.
+    void Renew();
     /// Reads prefix, count and bytes. The block held before is let go only when a new one
     /// replaces it, so a count of 0 leaves the old pointer beside a length of 0. A count larger
     /// than the bytes left is not allocated for: the reader is run to its end with kPastEnd.

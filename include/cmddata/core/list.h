@@ -100,6 +100,7 @@ class CCmdList : public CCmdCore {
         Chunk* next;
         std::uint32_t slots;
     };
+    static constexpr bool kBytes = std::is_same_v<T, CCmdString> || std::is_same_v<T, CCmdBuffer>;
     static constexpr std::size_t kChunkHead =
         (sizeof(Chunk) + alignof(Node) - 1) / alignof(Node) * alignof(Node);
     static_assert(alignof(Node) <= __STDCPP_DEFAULT_NEW_ALIGNMENT__, "nodes need no more");
@@ -228,26 +229,35 @@ public:
     template <class In, class OnCount, class OnItem>
     void ReadThrough(In& in, OnCount&& onCount, OnItem&& onItem) {
         in.Prefix(*this);
-        Empty(~std::size_t{0});
         std::uint32_t count = 0;  // stays 0 when the transfer moves nothing
         in.Count(&count);
         const bool fits = in.Fits(count, cmddata::detail::MinWireSize<T>());
         onCount(count, fits);
+        // The old items are destroyed, except texts and buffers that a count as large reads
+        // into again: made new, each keeps its block for its bytes.
+        const std::uint32_t renewed = fits ? Renew(count) : 0;
+        if (renewed == 0) Empty(~std::size_t{0});
         if (!fits) {
             in.Exhaust();
             return;
         }
-        if (!Reserve(count)) {  // out of memory: read nothing, and make the failure visible
+        if constexpr (kBytes) {
+            for (Node* n = renewed != 0 ? chain_->head : nullptr; n != nullptr; n = n->next) {
+                onItem(n->item);
+                if (n->item.GetSize() == 0) n->item.RemoveAll();  // as a new one: no block
+            }
+        }
+        if (!Reserve(count - renewed)) {  // out of memory: stop, and make the failure visible
             in.Exhaust();
             return;
         }
-        if (count == 0) return;
+        if (count == renewed) return;
         // The nodes are linked as they come from the chunks, with the chain's own fields
         // brought up to date once at the end: nothing reads them while the items are read.
         Chain& c = *chain_;
         Node** link = c.tail != nullptr ? &c.tail->next : &c.head;
         Node* node = nullptr;
-        for (std::uint32_t i = 0; i < count;) {
+        for (std::uint32_t i = renewed; i < count;) {
             while (c.used == c.fill->slots) {
                 c.fill = c.fill->next;
                 c.used = 0;
@@ -346,6 +356,19 @@ private:
         if (c.fill == nullptr) c.fill = chunk;
         c.slots += n;
         return true;
+    }
+    // Makes the items new again for a read of n items, when they are texts or buffers, the list
+    // holds them alone and n is at least their number; returns how many (0: none).
+    std::uint32_t Renew(std::uint32_t n) {
+        if constexpr (!kBytes) {
+            return 0;
+        } else {
+            if (chain_ == nullptr || chain_->count == 0 || n < chain_->count ||
+                chain_->refs.load(std::memory_order_acquire) != 1)
+                return 0;
+            for (Node* node = chain_->head; node != nullptr; node = node->next) node->item.Renew();
+            return chain_->count;
+        }
     }
     // Makes room for n more items without allocating per item. A read sizes the chunks to its
     // count: chunks beyond twice what it needs go, and a shortfall is one chunk of it.
