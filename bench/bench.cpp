@@ -123,9 +123,9 @@ struct Meta {
     std::map<std::string, std::size_t> wire;  // bytes on the wire per implementation
 };
 std::map<std::string, Meta> g_meta;
-std::vector<std::string> g_shapes;  // in registration order
+std::vector<std::string> g_shapes;          // in registration order
 std::map<std::string, std::size_t> g_json;  // the JSON text's size of each shape that has one
-std::deque<Bytes> g_regions;        // keeps every benchmark's region alive
+std::deque<Bytes> g_regions;                // keeps every benchmark's region alive
 
 Bytes& NewRegion(std::size_t size) {
     g_regions.emplace_back(size + 64, 0);

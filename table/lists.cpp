@@ -4,14 +4,14 @@
 #include "cmddata/cmddata.h"
 #include "cmddata_internal/procs.h"
 
-#define CMDDATA_LIST_CODEC(Class)                                        \
-    void CmdDataReadList(CCmdReader& reader, CCmdList<Class>& list) {   \
-        cmddata::ReadProc p(reader);                                     \
-        p.List(nullptr, list);                                           \
-    }                                                                    \
-    void CmdDataWriteList(CCmdWriter& writer, CCmdList<Class>& list) {  \
-        cmddata::WriteProc p(writer);                                    \
-        p.List(nullptr, list);                                           \
+#define CMDDATA_LIST_CODEC(Class)                                      \
+    void CmdDataReadList(CCmdReader& reader, CCmdList<Class>& list) {  \
+        cmddata::ReadProc p(reader);                                   \
+        p.List(nullptr, list);                                         \
+    }                                                                  \
+    void CmdDataWriteList(CCmdWriter& writer, CCmdList<Class>& list) { \
+        cmddata::WriteProc p(writer);                                  \
+        p.List(nullptr, list);                                         \
     }
 
 #define CMDDATA_RECORD(Class) CMDDATA_LIST_CODEC(Class)

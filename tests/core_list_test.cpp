@@ -235,8 +235,8 @@ TEST(CoreList, ReadingAgainDestroysEveryOldItemAndSparesSharedCopies) {
     // shares the nodes keeps its items while the list reads new ones.
     std::vector<unsigned char> texts = {1, 0, 0, 0, 2, 0, 0, 0};
     for (const char* t : {"ab", "cd"}) {
-        const std::vector<unsigned char> one = {1, 0, 0, 0, 2, 0, static_cast<unsigned char>(t[0]),
-                                                static_cast<unsigned char>(t[1])};
+        const std::vector<unsigned char> one = {
+            1, 0, 0, 0, 2, 0, static_cast<unsigned char>(t[0]), static_cast<unsigned char>(t[1])};
         texts.insert(texts.end(), one.begin(), one.end());
     }
     CCmdList<CCmdString> list = Texts({"x", "y", "z"});
@@ -252,8 +252,8 @@ TEST(CoreList, ReadingAgainDestroysEveryOldItemAndSparesSharedCopies) {
     ReadFrom(list, texts);
     EXPECT_EQ(Hex(list.GetAt(0).GetBytes(), 2), "6162");
     EXPECT_EQ(list.GetAt(1).GetBytes(), block);
-    ReadFrom(list, {1, 0, 0, 0, 3, 0, 0, 0, 1, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 2, 0, 0, 0, 1, 0,
-                    0x79, 0});
+    ReadFrom(list, {1, 0, 0, 0, 3, 0, 0, 0, 1, 0, 0, 0, 0,    0,
+                    1, 0, 0, 0, 0, 0, 2, 0, 0, 0, 1, 0, 0x79, 0});
     ASSERT_EQ(list.GetCount(), 3u);
     EXPECT_EQ(list.GetAt(0).GetBytes(), nullptr);
     EXPECT_EQ(list.GetAt(1).GetBytes(), nullptr);

@@ -38,10 +38,14 @@ struct Via {
     Result Bytes(void* v, std::int32_t n) { return Raw(v, n); }
     Result Bytes(const void* v, std::int32_t n) { return Raw(v, n); }
     bool Fits(std::uint32_t count, std::uint32_t min) { return Cursor::Of(s).Fits(count, min); }
-    void Exhaust() { Change([](Cursor& c) { c.Exhaust(); }); }
+    void Exhaust() {
+        Change([](Cursor& c) { c.Exhaust(); });
+    }
     bool Attached() const { return s.IsAttached(); }
     std::uint32_t Left() const { return s.GetSize() - s.GetPosition(); }
-    void Fail(Result r) { Change([r](Cursor& c) { c.last = r; }); }
+    void Fail(Result r) {
+        Change([r](Cursor& c) { c.last = r; });
+    }
 
 private:
     Result Raw(void* v, std::int32_t n) {
@@ -80,7 +84,9 @@ struct Direct {
     bool Fits(std::uint32_t count, std::uint32_t min) const { return c.Fits(count, min); }
     void Exhaust() { c.Exhaust(); }
     bool Attached() const { return c.pos != nullptr; }
-    std::uint32_t Left() const { return c.size - static_cast<std::uint32_t>(Offset(c.pos, c.base)); }
+    std::uint32_t Left() const {
+        return c.size - static_cast<std::uint32_t>(Offset(c.pos, c.base));
+    }
     void Fail(Result r) { c.last = r; }
 };
 using DirectReader = Direct<true>;
@@ -429,8 +435,7 @@ struct ListOut {
 }  // namespace detail
 
 /// Reads each field from a reader, in list order, whatever failed before.
-class ReadProc
-    : public detail::StreamOps<ReadProc, CCmdReader, true> {
+class ReadProc : public detail::StreamOps<ReadProc, CCmdReader, true> {
 public:
     using StreamOps::StreamOps;
     static constexpr bool Reading() { return true; }
@@ -480,8 +485,7 @@ public:
 };
 
 /// Writes each field to a writer, in list order.
-class WriteProc
-    : public detail::StreamOps<WriteProc, CCmdWriter, false> {
+class WriteProc : public detail::StreamOps<WriteProc, CCmdWriter, false> {
 public:
     using StreamOps::StreamOps;
     static constexpr bool Reading() { return false; }

@@ -53,8 +53,8 @@ class CCmdList;
 // Whole-list transfers of the library's item classes (defined with the class table): the list's
 // own algorithm, each item read or written straight through its field list, with no virtual call
 // per item. A list of any other class moves its items through the streams' object transfer.
-#define CMDDATA_RECORD(Class)                                       \
-    class Class;                                                    \
+#define CMDDATA_RECORD(Class)                                        \
+    class Class;                                                     \
     CMDDATA_API void CmdDataReadList(CCmdReader&, CCmdList<Class>&); \
     CMDDATA_API void CmdDataWriteList(CCmdWriter&, CCmdList<Class>&);
 #include "cmddata/classes.def"
@@ -67,8 +67,8 @@ namespace detail {
 template <class L, class = void>
 struct HasListCodec : std::false_type {};
 template <class L>
-struct HasListCodec<L, std::void_t<decltype(CmdDataReadList(std::declval<CCmdReader&>(),
-                                                            std::declval<L&>()))>>
+struct HasListCodec<
+    L, std::void_t<decltype(CmdDataReadList(std::declval<CCmdReader&>(), std::declval<L&>()))>>
     : std::true_type {};
 }  // namespace detail
 }  // namespace cmddata
@@ -340,14 +340,15 @@ private:
     }
     bool Own() {
         if (chain_ != nullptr) return Unshare();
-        chain_ = new (std::nothrow) Chain{{1}, nullptr, nullptr, 0, nullptr, nullptr, 0, 0, 0, nullptr};
+        chain_ =
+            new (std::nothrow) Chain{{1}, nullptr, nullptr, 0, nullptr, nullptr, 0, 0, 0, nullptr};
         return chain_ != nullptr;
     }
     // Adds a chunk of n slots behind the others.
     bool Grow(std::uint32_t n) {
         Chain& c = *chain_;
         if (n > (SIZE_MAX - kChunkHead) / sizeof(Node) || n > ~c.slots) return false;
-        void* raw = ::operator new(kChunkHead + std::size_t{n} * sizeof(Node), std::nothrow);
+        void* raw = ::operator new (kChunkHead + std::size_t{n} * sizeof(Node), std::nothrow);
         if (raw == nullptr) return false;
         Chunk* chunk = new (raw) Chunk{nullptr, n};
         Chunk** end = &c.chunks;
