@@ -212,8 +212,13 @@ TEST(CoreList, NodesStayPutAndTheirMemoryIsUsedAgain) {
     EXPECT_EQ(&list.GetAt(3), fourth);
     ASSERT_TRUE(list.RemoveAt(1));
     EXPECT_EQ(&list.GetAt(2), fourth);
-    list.AddTail();  // the removed item's slot is the next one used
+    list.GetAt(list.AddTail()) = 9;  // the removed item's slot is the next one used
     EXPECT_EQ(&list.GetAt(list.GetCount() - 1), second);
+    const std::vector<std::uint16_t> values = Values(list);  // list order, not slot order
+    ASSERT_EQ(values.size(), 104u);
+    EXPECT_EQ(values[1], 3);
+    EXPECT_EQ(values[2], 4);
+    EXPECT_EQ(values[103], 9);
 
     // Emptying keeps the memory: the same number of items comes back at the same addresses.
     CCmdWordId* first = &list.GetAt(0);

@@ -434,6 +434,29 @@ struct ListOut {
 
 }  // namespace detail
 
+namespace detail {
+
+// The items of a list whose field lists are in their headers (bare numbers), moved over a cursor
+// local to the list: the compiler keeps it in registers from item to item, where the processor's
+// own cursor would be stored and reloaded around every item's copy.
+template <bool Reading>
+class InlineRun : public FieldOps<InlineRun<Reading>> {
+public:
+    explicit InlineRun(Cursor& c) : x_{c} {}
+    template <WireType W, class V>
+    CMDDATA_ALWAYS_INLINE void Scalar(const char*, V& v, V) {
+        x_.template Fixed<sizeof(V)>(&v);
+    }
+
+private:
+    Direct<Reading> x_;
+};
+
+template <class L>
+constexpr bool kInlineItems = FieldsInHeader<typename L::ItemType>::value;
+
+}  // namespace detail
+
 /// Reads each field from a reader, in list order, whatever failed before.
 class ReadProc : public detail::StreamOps<ReadProc, CCmdReader, true> {
 public:
@@ -471,10 +494,26 @@ public:
     template <class L>
     void List(const char*, L& l) {
         With([&](auto& x) {
-            detail::ListIn<std::remove_reference_t<decltype(x)>> in{x};
-            l.ReadThrough(
-                in, [](std::uint32_t, bool) {},
-                [this](typename L::ItemType& item) { Record(nullptr, item); });
+            using X = std::remove_reference_t<decltype(x)>;
+            detail::ListIn<X> in{x};
+            if constexpr (detail::kInlineItems<L> && std::is_same_v<X, detail::DirectReader>) {
+                // The run's cursor takes over at the first item, and hands back after the last.
+                detail::Cursor run{};
+                bool moved = false;
+                l.ReadThrough(
+                    in, [](std::uint32_t, bool) {},
+                    [&](typename L::ItemType& item) {
+                        if (!moved) run = x.c;
+                        moved = true;
+                        detail::InlineRun<true> r(run);
+                        item.Fields(r);
+                    });
+                if (moved) x.c = run;
+            } else {
+                l.ReadThrough(
+                    in, [](std::uint32_t, bool) {},
+                    [this](typename L::ItemType& item) { Record(nullptr, item); });
+            }
         });
     }
     /// A nested object as its fixed in-memory image (see ImageLayout).
@@ -521,8 +560,21 @@ public:
     template <class L>
     void List(const char*, L& l) {
         With([&](auto& x) {
-            detail::ListOut<std::remove_reference_t<decltype(x)>> out{x};
-            l.WriteThrough(out, [this](typename L::ItemType& item) { Record(nullptr, item); });
+            using X = std::remove_reference_t<decltype(x)>;
+            detail::ListOut<X> out{x};
+            if constexpr (detail::kInlineItems<L> && std::is_same_v<X, detail::DirectWriter>) {
+                detail::Cursor run{};
+                bool moved = false;
+                l.WriteThrough(out, [&](typename L::ItemType& item) {
+                    if (!moved) run = x.c;
+                    moved = true;
+                    detail::InlineRun<false> r(run);
+                    item.Fields(r);
+                });
+                if (moved) x.c = run;
+            } else {
+                l.WriteThrough(out, [this](typename L::ItemType& item) { Record(nullptr, item); });
+            }
         });
     }
     template <class T>
