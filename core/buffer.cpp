@@ -30,8 +30,9 @@ BlockHead* HeadOf(unsigned char* data) { return reinterpret_cast<BlockHead*>(dat
 
 unsigned char* SharedBlock::Allocate(std::uint32_t size) {
     // With a 32-bit size_t the head plus a size near 4 GB would wrap to a tiny block.
-    if (size > SIZE_MAX - sizeof(BlockHead)) return nullptr;
-    void* raw = std::malloc(sizeof(BlockHead) + static_cast<std::size_t>(size));
+    const std::size_t total = sizeof(BlockHead) + static_cast<std::size_t>(size);
+    if (total < size) return nullptr;
+    void* raw = std::malloc(total);
     if (raw == nullptr) return nullptr;
     BlockHead* head = new (raw) BlockHead{{1}, size};
     return reinterpret_cast<unsigned char*>(head + 1);

@@ -502,7 +502,7 @@ public:
                 bool moved = false;
                 l.ReadThrough(
                     in, [](std::uint32_t, bool) {},
-                    [&](typename L::ItemType& item) {
+                    [&](auto& item) {  // generic, so only the taken branch is checked
                         if (!moved) run = x.c;
                         moved = true;
                         detail::InlineRun<true> r(run);
@@ -565,7 +565,7 @@ public:
             if constexpr (detail::kInlineItems<L> && std::is_same_v<X, detail::DirectWriter>) {
                 detail::Cursor run{};
                 bool moved = false;
-                l.WriteThrough(out, [&](typename L::ItemType& item) {
+                l.WriteThrough(out, [&](auto& item) {  // generic: see ReadProc::List
                     if (!moved) run = x.c;
                     moved = true;
                     detail::InlineRun<false> r(run);
