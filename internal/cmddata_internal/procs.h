@@ -455,6 +455,22 @@ private:
 template <class L>
 constexpr bool kInlineItems = FieldsInHeader<typename L::ItemType>::value;
 
+// Hands walk the per-item transfer of such a list: the run's cursor takes over from x's at the
+// first item and hands back after the last. The item is generic, so a list of other items never
+// checks this branch.
+template <bool Reading, class X, class Walk>
+void OverRun(X& x, Walk&& walk) {
+    Cursor run{};
+    bool moved = false;
+    walk([&](auto& item) {
+        if (!moved) run = x.c;
+        moved = true;
+        InlineRun<Reading> r(run);
+        item.Fields(r);
+    });
+    if (moved) x.c = run;
+}
+
 }  // namespace detail
 
 /// Reads each field from a reader, in list order, whatever failed before.
@@ -497,18 +513,10 @@ public:
             using X = std::remove_reference_t<decltype(x)>;
             detail::ListIn<X> in{x};
             if constexpr (detail::kInlineItems<L> && std::is_same_v<X, detail::DirectReader>) {
-                // The run's cursor takes over at the first item, and hands back after the last.
-                detail::Cursor run{};
-                bool moved = false;
-                l.ReadThrough(
-                    in, [](std::uint32_t, bool) {},
-                    [&](auto& item) {  // generic, so only the taken branch is checked
-                        if (!moved) run = x.c;
-                        moved = true;
-                        detail::InlineRun<true> r(run);
-                        item.Fields(r);
-                    });
-                if (moved) x.c = run;
+                detail::OverRun<true>(x, [&](auto&& each) {
+                    l.ReadThrough(
+                        in, [](std::uint32_t, bool) {}, each);
+                });
             } else {
                 l.ReadThrough(
                     in, [](std::uint32_t, bool) {},
@@ -563,15 +571,7 @@ public:
             using X = std::remove_reference_t<decltype(x)>;
             detail::ListOut<X> out{x};
             if constexpr (detail::kInlineItems<L> && std::is_same_v<X, detail::DirectWriter>) {
-                detail::Cursor run{};
-                bool moved = false;
-                l.WriteThrough(out, [&](auto& item) {  // generic: see ReadProc::List
-                    if (!moved) run = x.c;
-                    moved = true;
-                    detail::InlineRun<false> r(run);
-                    item.Fields(r);
-                });
-                if (moved) x.c = run;
+                detail::OverRun<false>(x, [&](auto&& each) { l.WriteThrough(out, each); });
             } else {
                 l.WriteThrough(out, [this](typename L::ItemType& item) { Record(nullptr, item); });
             }
