@@ -458,11 +458,14 @@ class Demo(unittest.TestCase):
         self.assertEqual(shm_names(out), set())
 
     def test_silent_vehicle_side_times_out(self):
+        # The first answer's wait covers the vehicle side's start, which takes seconds for a
+        # sanitized build on a busy machine: the limit is short only where starts are quick.
+        limit = 8000 if os.environ.get("CMDDATA_TOOL_TEST_SAMPLE") else 700
         start = time.time()
-        code, out, _ = run("demo", "--timeout-ms", "700", "--fault", "mute:2")
+        code, out, _ = run("demo", "--timeout-ms", str(limit), "--fault", "mute:2")
         self.assertEqual(code, 1)
-        self.assertIn("no answer to the GetDatMonSignalInfo request within 700 ms", out)
-        self.assertLess(time.time() - start, 20)
+        self.assertIn("no answer to the GetDatMonSignalInfo request within %d ms" % limit, out)
+        self.assertLess(time.time() - start, 20 + limit / 1000)
         self.assertEqual(shm_names(out), set())
 
     def test_damaged_answers_and_differing_fills_fail_the_demo(self):
@@ -494,7 +497,8 @@ class Dump(unittest.TestCase):
         sample = set(spread(files, 16))
         empty = {n for n in files if not files[n]}
         self.assertEqual(len(empty), 6)
-        for name in sorted(set(spread(files, 120)) | empty):
+        for name in sorted(set(spread(files, int(os.environ.get("CMDDATA_TOOL_TEST_SAMPLE", 120))))
+                           | empty):
             data = files[name]
             _, command, side = saved_name(name)
             path = os.path.join(WORK, "saved", name)
@@ -976,16 +980,20 @@ class Watch(unittest.TestCase):
         _, files = saved_demo()
         for damage in ("shrink", "remove"):
             name = self.region(files["001-GetCarInfo-rcv.bin"], 1 << 20)
-            watcher = subprocess.Popen([TOOL, "watch", "--region", name, "--seconds", "20"],
+            watcher = subprocess.Popen([TOOL, "watch", "--region", name, "--seconds", "60"],
                                        stdout=subprocess.PIPE, stderr=subprocess.PIPE,
                                        stdin=subprocess.DEVNULL)
-            time.sleep(0.3)
+            # Damaged only once the watcher has looked at the message: a slow start (a
+            # sanitized build on a busy machine) would otherwise find a small region from the
+            # outset, which is no shrinking.
+            first = [watcher.stdout.readline(), watcher.stdout.readline()]
+            self.assertIn(b"#1 ", first[1], first)
             if damage == "shrink":
                 os.truncate("/dev/shm/" + name, 100)
             else:
                 os.unlink("/dev/shm/" + name)
-            out, err = watcher.communicate(timeout=20)
-            out, err = out.decode(), err.decode()
+            out, err = watcher.communicate(timeout=60)
+            out, err = b"".join(first).decode() + out.decode(), err.decode()
             self.assertNotIn("Sanitizer", err)
             if damage == "shrink":
                 self.assertEqual(watcher.returncode, 1, (out, err))
