@@ -140,6 +140,13 @@ def catalogue():
     return rows
 
 
+def sampled(names, n=None):
+    """The names a sweep runs the tool on: the sanitizers' even sample where it is set
+    (CMDDATA_TOOL_TEST_SAMPLE), else at most n of them (all without n)."""
+    n = int(os.environ.get("CMDDATA_TOOL_TEST_SAMPLE", 0)) or n
+    return spread(names, n) if n else sorted(names)
+
+
 def spread(names, n):
     """At most n of the sorted names, evenly spread (each tool run costs tens of milliseconds,
     and the demo saves two files per built command)."""
@@ -280,9 +287,7 @@ class Encode(unittest.TestCase):
 
     def test_dump_json_encodes_back_to_every_saved_file(self):
         _, files = saved_demo()
-        names = sorted(files)
-        if os.environ.get("CMDDATA_TOOL_TEST_SAMPLE"):
-            names = spread(names, int(os.environ["CMDDATA_TOOL_TEST_SAMPLE"]))
+        names = sampled(files)
         out_path = os.path.join(WORK, "encoded.bin")
         for name in names:
             doc = write_temp("doc.json", self.dump_doc(name).encode())
@@ -497,8 +502,7 @@ class Dump(unittest.TestCase):
         sample = set(spread(files, 16))
         empty = {n for n in files if not files[n]}
         self.assertEqual(len(empty), 6)
-        for name in sorted(set(spread(files, int(os.environ.get("CMDDATA_TOOL_TEST_SAMPLE", 120))))
-                           | empty):
+        for name in sorted(set(sampled(files, 120)) | empty):
             data = files[name]
             _, command, side = saved_name(name)
             path = os.path.join(WORK, "saved", name)
@@ -771,11 +775,7 @@ class Kaitai(unittest.TestCase):
         for entry in index.values():
             self.assertTrue(os.path.isfile(os.path.join(ksy, entry["file"])), entry)
         started = time.time()
-        names = sorted(files)  # the six empty messages too
-        if os.environ.get("CMDDATA_TOOL_TEST_SAMPLE"):
-            names = spread(names, int(os.environ["CMDDATA_TOOL_TEST_SAMPLE"]))
-        elif WRAPPER:
-            names = spread(names, 40)
+        names = sampled(files, 40 if WRAPPER else None)  # the six empty messages too
         manifest = []
         for name in names:
             _, command, side = saved_name(name)
