@@ -4,7 +4,9 @@
 #pragma once
 
 #include <cstring>
+#include <new>
 #include <type_traits>
+#include <vector>
 
 #include "cmddata/core/buffer.h"
 #include "cmddata/core/describe.h"
@@ -15,6 +17,7 @@
 
 /// Messages reset their header words in RemoveAll (the header overload lives with CCmdBase).
 inline void CmdDataResetHeader(CCmdCore*) {}
+class CCmdHeaderWords;
 
 namespace cmddata {
 namespace detail {
@@ -473,6 +476,240 @@ void OverRun(X& x, Walk&& walk) {
 
 }  // namespace detail
 
+namespace detail {
+
+// --- Renewing the items a list read keeps ---
+//
+// A list read keeps the records it held and makes each new again before reading into it, so that
+// its texts, buffers and lists keep their memory. "New again" is taken from a new object of the
+// class, not from what emptying gives: the values of every scalar and version prefix of one new
+// object, in field-list order, are taken once per class (SnapProc) and put back over the kept
+// item (RenewProc); texts and buffers lose their bytes but keep their blocks, and lists keep
+// their items for the next read in turn. A text or buffer that the read leaves without bytes lets
+// its block go afterwards (SettleProc), as a new one holds none. A class whose new objects hold
+// texts, list items or fields that never travel, or whose field list does not walk the same way
+// twice, is renewed by destroying the item and constructing it anew.
+
+#ifdef CMDDATA_BUILDING
+constexpr bool kInLibrary = true;
+#else
+constexpr bool kInLibrary = false;
+#endif
+
+// The values a new object of a class starts with, in the order its field list walks them.
+struct Snapshot {
+    std::vector<std::uint64_t> values;
+    bool exact = true;  // false: renew by construction
+};
+
+class SnapProc : public FieldOps<SnapProc> {
+public:
+    static constexpr bool Reading() { return false; }
+    static constexpr bool Since(const CCmdCore&, std::uint16_t) { return true; }
+    explicit SnapProc(Snapshot& s) : s_(s) {}
+    void Header(CCmdCore& o) {
+        Put(Access::Version(o));
+        Put(Access::Reserved(o));
+    }
+    void Prefix(CCmdCore&) {}
+    template <WireType W, class V>
+    void Scalar(const char*, V& v, V) {
+        Put(v);
+    }
+    void U8Low(const char*, std::uint32_t& v) { Put(v); }
+    void String(const char*, CCmdString& s) {
+        Header(s);
+        if (s.GetSize() != 0) s_.exact = false;
+    }
+    void Buffer(const char*, CCmdBuffer& b) {
+        Header(b);
+        if (b.GetSize() != 0) s_.exact = false;
+    }
+    void Dropped(const char*, const char*, std::uint32_t& count) { Put(count); }
+    template <class T>
+    void Nested(const char*, T& o);
+    template <class L>
+    void List(const char*, L& l) {
+        Header(l);
+        if (l.GetCount() != 0) s_.exact = false;
+    }
+    template <class T>
+    void Image(const char* n, T& o) {
+        Nested(n, o);
+    }
+    template <class T>
+    void Unsent(const char*, T& v) {
+        if constexpr (std::is_arithmetic_v<T>)
+            Put(v);
+        else
+            s_.exact = false;
+    }
+
+private:
+    template <class V>
+    void Put(const V& v) {
+        s_.values.push_back(static_cast<std::uint64_t>(v));
+    }
+    Snapshot& s_;
+};
+
+class RenewProc : public FieldOps<RenewProc> {
+public:
+    static constexpr bool Reading() { return false; }
+    static constexpr bool Since(const CCmdCore&, std::uint16_t) { return true; }
+    explicit RenewProc(const Snapshot& s)
+        : at_(s.values.data()), end_(s.values.data() + s.values.size()) {}
+    /// True when the walk took exactly the values of the snapshot.
+    bool Whole() const { return !short_ && at_ == end_; }
+    void Header(CCmdCore& o) {
+        Access::Version(o) = Take<std::uint16_t>();
+        Access::Reserved(o) = Take<std::uint16_t>();
+    }
+    void Prefix(CCmdCore&) {}
+    template <WireType W, class V>
+    void Scalar(const char*, V& v, V) {
+        v = Take<V>();
+    }
+    void U8Low(const char*, std::uint32_t& v) { v = Take<std::uint32_t>(); }
+    void String(const char*, CCmdString& s) {
+        Header(s);
+        Access::TextLength(s) = 0;
+    }
+    void Buffer(const char*, CCmdBuffer& b) {
+        Header(b);
+        Access::ByteCount(b) = 0;
+    }
+    void Dropped(const char*, const char*, std::uint32_t& count) { count = Take<std::uint32_t>(); }
+    template <class T>
+    void Nested(const char*, T& o);
+    template <class L>
+    void List(const char*, L& l);
+    template <class T>
+    void Image(const char* n, T& o) {
+        Nested(n, o);
+    }
+    template <class T>
+    void Unsent(const char*, T& v) {
+        if constexpr (std::is_arithmetic_v<T>) v = Take<T>();
+    }
+
+private:
+    template <class V>
+    V Take() {
+        if (at_ == end_) {
+            short_ = true;
+            return V{};
+        }
+        return static_cast<V>(*at_++);
+    }
+    const std::uint64_t* at_;
+    const std::uint64_t* end_;
+    bool short_ = false;
+};
+
+class SettleProc : public FieldOps<SettleProc> {
+public:
+    static constexpr bool Reading() { return false; }
+    static constexpr bool Since(const CCmdCore&, std::uint16_t) { return true; }
+    void Prefix(CCmdCore&) {}
+    template <WireType W, class V>
+    void Scalar(const char*, V&, V) {}
+    void String(const char*, CCmdString& s) {
+        if (s.GetSize() == 0) s.CCmdString::RemoveAll();
+    }
+    void Buffer(const char*, CCmdBuffer& b) {
+        if (b.GetSize() == 0) b.CCmdBuffer::RemoveAll();
+    }
+    void Dropped(const char*, const char*, std::uint32_t&) {}
+    template <class T>
+    void Nested(const char*, T& o);
+    template <class L>
+    void List(const char*, L&) {}  // its own read settled its items
+    template <class T>
+    void Image(const char* n, T& o) {
+        Nested(n, o);
+    }
+    template <class T>
+    void Unsent(const char*, T&) {}
+};
+
+// Runs a renewal processor over a record's field list, in place or through the class's entry.
+template <class P, class T>
+void RunFields(P& p, T& o) {
+    if constexpr (FieldsInHeader<T>::value)
+        o.Fields(p);
+    else
+        CmdDataFields(p, o);
+}
+
+template <class T>
+void SnapProc::Nested(const char*, T& o) {
+    Header(o);
+    RunFields(*this, o);
+}
+template <class T>
+void RenewProc::Nested(const char*, T& o) {
+    Header(o);
+    RunFields(*this, o);
+}
+template <class T>
+void SettleProc::Nested(const char*, T& o) {
+    RunFields(*this, o);
+}
+
+template <class T>
+const Snapshot& SnapshotOf() {
+    static const Snapshot snapshot = [] {
+        Snapshot s;
+        T fresh;
+        SnapProc p(s);
+        p.Header(fresh);
+        RunFields(p, fresh);
+        return s;
+    }();
+    return snapshot;
+}
+
+// A record kept by a list read: renewed from its class's snapshot, or constructed anew.
+template <class T>
+struct RecordRenewal {
+    static constexpr bool kOn = true;
+    static void Renew(T& item) {
+        const Snapshot& s = SnapshotOf<T>();
+        if (s.exact) {
+            RenewProc p(s);
+            p.Header(item);
+            RunFields(p, item);
+            if (p.Whole()) return;
+        }
+        item.~T();
+        new (&item) T();
+    }
+    static void Settle(T& item) {
+        SettleProc p;
+        RunFields(p, item);
+    }
+};
+
+// How a list read by the library renews its items: texts and buffers as themselves, records
+// through their field lists. Bare numbers hold no memory, and records that keep a message's
+// header hold words that never travel: those are constructed anew. Outside the library (a field
+// list of the caller's own) the records' field lists are not at hand: they are constructed too.
+template <class T>
+using ListRenewal = std::conditional_t<
+    std::is_same_v<T, CCmdString> || std::is_same_v<T, CCmdBuffer>, BytesRenewal<T>,
+    std::conditional_t<FieldsInHeader<T>::value || std::is_base_of_v<CCmdHeaderWords, T> ||
+                           !kInLibrary,
+                       NoRenewal<T>, RecordRenewal<T>>>;
+
+template <class L>
+void RenewProc::List(const char*, L& l) {
+    Header(l);
+    l.template Retire<ListRenewal<typename L::ItemType>>();
+}
+
+}  // namespace detail
+
 /// Reads each field from a reader, in list order, whatever failed before.
 class ReadProc : public detail::StreamOps<ReadProc, CCmdReader, true> {
 public:
@@ -518,7 +755,7 @@ public:
                         in, [](std::uint32_t, bool) {}, each);
                 });
             } else {
-                l.ReadThrough(
+                l.template ReadRenewing<detail::ListRenewal<typename L::ItemType>>(
                     in, [](std::uint32_t, bool) {},
                     [this](typename L::ItemType& item) { Record(nullptr, item); });
             }
@@ -689,4 +926,7 @@ inline void FieldProcessor::Image(const char* name, T& object) {
         Fields(p);                                                      \
     }                                                                   \
     void CmdDataFields(cmddata::ReadProc& p, Class& o) { o.Fields(p); } \
-    void CmdDataFields(cmddata::WriteProc& p, Class& o) { o.Fields(p); }
+    void CmdDataFields(cmddata::WriteProc& p, Class& o) { o.Fields(p); } \
+    void CmdDataFields(cmddata::detail::SnapProc& p, Class& o) { o.Fields(p); }   \
+    void CmdDataFields(cmddata::detail::RenewProc& p, Class& o) { o.Fields(p); }  \
+    void CmdDataFields(cmddata::detail::SettleProc& p, Class& o) { o.Fields(p); }

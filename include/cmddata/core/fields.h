@@ -36,6 +36,11 @@ class ReadProc;
 class WriteProc;
 class ResetProc;
 class FieldProcessor;
+namespace detail {
+class SnapProc;
+class RenewProc;
+class SettleProc;
+}  // namespace detail
 }  // namespace cmddata
 
 #if defined(__GNUC__) && !defined(_WIN32)
@@ -60,6 +65,9 @@ class FieldProcessor;
     CMDDATA_LOCAL void Fields(P& p);                            \
     friend void CmdDataFields(cmddata::ReadProc& p, Class& o);  \
     friend void CmdDataFields(cmddata::WriteProc& p, Class& o); \
+    friend void CmdDataFields(cmddata::detail::SnapProc& p, Class& o);   \
+    friend void CmdDataFields(cmddata::detail::RenewProc& p, Class& o);  \
+    friend void CmdDataFields(cmddata::detail::SettleProc& p, Class& o); \
     CMDDATA_CLASS_NAME(Class)
 
 /// A class that shares its base's layout and code but is a type of its own (a list of it is a

@@ -11,6 +11,9 @@
 #include "cmddata/core/core.h"
 #include "cmddata/core/describe.h"
 
+class CCmdString;
+class CCmdBuffer;
+
 namespace cmddata {
 namespace detail {
 /// True when count items of at least minItemSize bytes each can still lie in the reader's
@@ -44,6 +47,31 @@ std::uint32_t MinWireSize() {
     }();
     return size;
 }
+
+/// How a list read makes an item it kept from an earlier read new again (Renew), so that its
+/// texts, buffers and lists keep their memory for the bytes that follow, and what it does after
+/// the item is read (Settle). Renew and read and Settle together leave the item as a new item
+/// read from the same bytes would be. kOn false: the list destroys its items and makes new ones.
+template <class T>
+struct NoRenewal {
+    static constexpr bool kOn = false;
+    static void Renew(T&) {}
+    static void Settle(T&) {}
+};
+// A text or buffer: a new one's header and no bytes, the block kept; one that the read left
+// without bytes lets its block go, as a new one holds none.
+template <class T>
+struct BytesRenewal {
+    static constexpr bool kOn = true;
+    static void Renew(T& item) { item.Renew(); }
+    static void Settle(T& item) {
+        if (item.GetSize() == 0) item.RemoveAll();
+    }
+};
+template <class T>
+using DefaultRenewal =
+    std::conditional_t<std::is_same_v<T, CCmdString> || std::is_same_v<T, CCmdBuffer>,
+                       BytesRenewal<T>, NoRenewal<T>>;
 }  // namespace detail
 }  // namespace cmddata
 
@@ -79,6 +107,11 @@ struct HasListCodec<
 /// address stays put until it is removed (GetAt hands out references). Emptying the list keeps
 /// its chunks, as a vector keeps its capacity, up to kKeptBytes; a read keeps what its count
 /// needs and lets go of chunks beyond twice that, so one huge message does not pin its memory.
+///
+/// A read into the list keeps the items it held, where their class allows it, and makes them new
+/// again for the items it reads (see NoRenewal), so that their texts, buffers and lists need no
+/// new memory; items held beyond the count read are kept for the next read, within the chunks a
+/// read keeps. Emptying the list otherwise (RemoveAll, assignment) destroys its items.
 ///
 /// Copy construction shares the source's nodes (right after a copy both lists hold the very same
 /// items). The nodes are reference-counted as one chain, so either list may be destroyed or
@@ -117,6 +150,8 @@ class CCmdList : public CCmdCore {
         Node* spare;           // slots given back by RemoveAt, linked through next
         bool ordered;          // the nodes are the slots handed out, in order: no removal since
                                // the list was last emptied
+        std::uint32_t kept;    // slots from the first on that hold a constructed item; those at
+                               // or past handed are kept by a read for the next one to renew
     };
 
 public:
@@ -243,36 +278,35 @@ public:
     /// The same with the prefix and count moved by in (Prefix, Count, Fits, Exhaust).
     template <class In, class OnCount, class OnItem>
     void ReadThrough(In& in, OnCount&& onCount, OnItem&& onItem) {
+        ReadRenewing<cmddata::detail::DefaultRenewal<T>>(in, onCount, onItem);
+    }
+    /// The same with the items kept from the last read made new by Renewal (NoRenewal).
+    template <class Renewal, class In, class OnCount, class OnItem>
+    void ReadRenewing(In& in, OnCount&& onCount, OnItem&& onItem) {
         in.Prefix(*this);
         std::uint32_t count = 0;  // stays 0 when the transfer moves nothing
         in.Count(&count);
         const bool fits = in.Fits(count, cmddata::detail::MinWireSize<T>());
         onCount(count, fits);
-        // The old items are destroyed, except texts and buffers that a count as large reads
-        // into again: made new, each keeps its block for its bytes.
-        const std::uint32_t renewed = fits ? Renew(count) : 0;
-        if (renewed == 0) Empty(~std::size_t{0});
+        if (Renewal::kOn && fits)
+            KeepItems();
+        else
+            Empty(~std::size_t{0});
         if (!fits) {
             in.Exhaust();
             return;
         }
-        if constexpr (kBytes) {
-            for (Node* n = renewed != 0 ? chain_->head : nullptr; n != nullptr; n = n->next) {
-                onItem(n->item);
-                if (n->item.GetSize() == 0) n->item.RemoveAll();  // as a new one: no block
-            }
-        }
-        if (!Reserve(count - renewed)) {  // out of memory: stop, and make the failure visible
+        if (!Reserve(count)) {  // out of memory: stop, and make the failure visible
             in.Exhaust();
             return;
         }
-        if (count == renewed) return;
+        if (count == 0) return;
         // The nodes are linked as they come from the chunks, with the chain's own fields
         // brought up to date once at the end: nothing reads them while the items are read.
         Chain& c = *chain_;
-        Node** link = c.tail != nullptr ? &c.tail->next : &c.head;
+        Node** link = &c.head;
         Node* node = nullptr;
-        for (std::uint32_t i = renewed; i < count;) {
+        for (std::uint32_t i = 0; i < count;) {
             while (c.used == c.fill->slots) {
                 c.fill = c.fill->next;
                 c.used = 0;
@@ -280,10 +314,23 @@ public:
             Node* slot = SlotAt(c.fill, c.used);
             std::uint32_t run = c.fill->slots - c.used;
             if (run > count - i) run = count - i;
+            std::uint32_t renew = 0;  // slots at the front of the run that hold a kept item
+            if constexpr (Renewal::kOn) {
+                if (c.kept > c.handed) renew = c.kept - c.handed < run ? c.kept - c.handed : run;
+            }
             c.used += run;
             c.handed += run;
             c.count += run;
-            for (Node* const end = slot + run; slot != end; ++slot) {
+            for (Node* const end = slot + renew; slot != end; ++slot) {
+                node = slot;
+                node->next = nullptr;
+                Renewal::Renew(node->item);
+                *link = node;
+                link = &node->next;
+                onItem(node->item);
+                Renewal::Settle(node->item);
+            }
+            for (Node* const end = slot + (run - renew); slot != end; ++slot) {
                 node = new (slot) Node{nullptr, T()};
                 *link = node;
                 link = &node->next;
@@ -291,7 +338,17 @@ public:
             }
             i += run;
         }
-        if (node != nullptr) c.tail = node;
+        if (c.kept < c.handed) c.kept = c.handed;
+        c.tail = node;
+    }
+    /// Empties the list as a read into it does: where Renewal can make its items new again,
+    /// they stay for the next read to renew; otherwise they are destroyed.
+    template <class Renewal>
+    void Retire() {
+        if constexpr (Renewal::kOn)
+            KeepItems();
+        else
+            Empty(kKeptBytes);
     }
     /// The list's writing algorithm with the item transfer left to the caller.
     template <class OnItem>
@@ -316,7 +373,23 @@ private:
     static Node* SlotAt(Chunk* chunk, std::uint32_t i) {
         return reinterpret_cast<Node*>(reinterpret_cast<unsigned char*>(chunk) + kChunkHead) + i;
     }
+    // Calls f on each slot numbered from to to (slots numbered across the chunks, front to back).
+    template <class F>
+    static void ForSlots(const Chain& c, std::uint32_t from, std::uint32_t to, F&& f) {
+        std::uint32_t first = 0;  // number of the chunk's first slot
+        for (Chunk* k = c.chunks; k != nullptr && first < to; first += k->slots, k = k->next) {
+            const std::uint32_t end = first + k->slots < to ? first + k->slots : to;
+            for (std::uint32_t i = from > first ? from : first; i < end; ++i)
+                f(SlotAt(k, i - first));
+        }
+    }
+    // Destroys the items kept past the list's own.
+    static void DropKept(Chain& c) {
+        if (c.kept > c.handed) ForSlots(c, c.handed, c.kept, [](Node* n) { n->~Node(); });
+        c.kept = c.handed;
+    }
     static void DestroyItems(Chain& c) {
+        DropKept(c);
         if (c.ordered) {
             std::uint32_t left = c.count;
             for (Chunk* k = c.chunks; k != nullptr && left != 0; k = k->next) {
@@ -333,11 +406,12 @@ private:
             }
         }
         c.head = c.tail = c.spare = nullptr;
-        c.count = c.handed = c.used = 0;
+        c.count = c.handed = c.used = c.kept = 0;
         c.fill = c.chunks;
         c.ordered = true;
     }
     static void FreeChunks(Chain& c) {
+        DropKept(c);  // only kept items can be left: the callers hand out no slot
         for (Chunk* k = c.chunks; k != nullptr;) {
             Chunk* next = k->next;
             ::operator delete(k, std::nothrow);
@@ -364,10 +438,22 @@ private:
         DestroyItems(*chain_);
         if (static_cast<std::size_t>(chain_->slots) * sizeof(Node) > keep) FreeChunks(*chain_);
     }
+    // Empties the list but keeps its items constructed in their slots, for the next read to make
+    // new again; a list whose items are not slot after slot, or that shares them, is emptied.
+    void KeepItems() {
+        if (chain_ == nullptr) return;
+        if (chain_->refs.load(std::memory_order_acquire) != 1) return Drop();
+        Chain& c = *chain_;
+        if (!c.ordered) return Empty(~std::size_t{0});
+        if (c.kept < c.handed) c.kept = c.handed;
+        c.head = c.tail = nullptr;
+        c.count = c.handed = c.used = 0;
+        c.fill = c.chunks;
+    }
     bool Own() {
         if (chain_ != nullptr) return Unshare();
         chain_ = new (std::nothrow)
-            Chain{{1}, nullptr, nullptr, 0, nullptr, nullptr, 0, 0, 0, nullptr, true};
+            Chain{{1}, nullptr, nullptr, 0, nullptr, nullptr, 0, 0, 0, nullptr, true, 0};
         return chain_ != nullptr;
     }
     // Adds a chunk of n slots behind the others.
@@ -383,19 +469,6 @@ private:
         if (c.fill == nullptr) c.fill = chunk;
         c.slots += n;
         return true;
-    }
-    // Makes the items new again for a read of n items, when they are texts or buffers, the list
-    // holds them alone and n is at least their number; returns how many (0: none).
-    std::uint32_t Renew(std::uint32_t n) {
-        if constexpr (!kBytes) {
-            return 0;
-        } else {
-            if (chain_ == nullptr || chain_->count == 0 || n < chain_->count ||
-                chain_->refs.load(std::memory_order_acquire) != 1)
-                return 0;
-            for (Node* node = chain_->head; node != nullptr; node = node->next) node->item.Renew();
-            return chain_->count;
-        }
     }
     // Makes room for n more items without allocating per item. A read sizes the chunks to its
     // count: chunks beyond twice what it needs go, and a shortfall is one chunk of it.
@@ -420,8 +493,11 @@ private:
             c.used = 0;
         }
         if (c.fill == nullptr) return nullptr;
+        Node* slot = SlotAt(c.fill, c.used++);
+        if (c.handed < c.kept) slot->~Node();  // a kept item: made anew by the caller
         c.handed += 1;
-        return SlotAt(c.fill, c.used++);
+        if (c.kept < c.handed) c.kept = c.handed;
+        return slot;
     }
     // Constructs a default item in slot and links it behind the tail.
     Node* Link(Node* slot) {
