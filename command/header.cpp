@@ -19,12 +19,10 @@ CCmdBase& CCmdBase::operator=(const CCmdBase& source) {
 void CCmdBase::RemoveAll() { ClearStatus(); }
 
 void CCmdBase::Read(CCmdReader& reader) {
-    cmddata::ReadProc p(reader);
-    HeaderFields(p);
+    cmddata::RunStream(reader, [this](auto& p) { HeaderFields(p); });
 }
 void CCmdBase::Write(CCmdWriter& writer) {
-    cmddata::WriteProc p(writer);
-    HeaderFields(p);
+    cmddata::RunStream(writer, [this](auto& p) { HeaderFields(p); });
 }
 void CCmdBase::Visit(cmddata::FieldProcessor& p) { HeaderFields(p); }
 
@@ -51,11 +49,9 @@ void CCmdBaseInfo::CopyTo(CCmdBase* target) {
 void CCmdBaseInfo::RemoveAll() { ClearStatus(); }
 
 void CCmdBaseInfo::Read(CCmdReader& reader) {
-    cmddata::ReadProc p(reader);
-    InfoHeader(p);
+    cmddata::RunStream(reader, [this](auto& p) { InfoHeader(p); });
 }
 void CCmdBaseInfo::Write(CCmdWriter& writer) {
-    cmddata::WriteProc p(writer);
-    InfoHeader(p);
+    cmddata::RunStream(writer, [this](auto& p) { InfoHeader(p); });
 }
 void CCmdBaseInfo::Visit(cmddata::FieldProcessor& p) { InfoHeader(p); }

@@ -6,12 +6,10 @@
 
 #define CMDDATA_LIST_CODEC(Class)                                      \
     void CmdDataReadList(CCmdReader& reader, CCmdList<Class>& list) {  \
-        cmddata::ReadProc p(reader);                                   \
-        p.List(nullptr, list);                                         \
+        cmddata::RunStream(reader, [&](auto& p) { p.List(nullptr, list); }); \
     }                                                                  \
     void CmdDataWriteList(CCmdWriter& writer, CCmdList<Class>& list) { \
-        cmddata::WriteProc p(writer);                                  \
-        p.List(nullptr, list);                                         \
+        cmddata::RunStream(writer, [&](auto& p) { p.List(nullptr, list); }); \
     }
 
 #define CMDDATA_RECORD(Class) CMDDATA_LIST_CODEC(Class)

@@ -15,6 +15,17 @@
 #include "cmddata_internal/listed.h"
 #include "cmddata_internal/transfer.h"
 
+namespace cmddata {
+namespace detail {
+// True in the library's own sources, where every class's field list is at hand.
+#ifdef CMDDATA_BUILDING
+constexpr bool kInLibrary = true;
+#else
+constexpr bool kInLibrary = false;
+#endif
+}  // namespace detail
+}  // namespace cmddata
+
 /// Messages reset their header words in RemoveAll (the header overload lives with CCmdBase).
 inline void CmdDataResetHeader(CCmdCore*) {}
 class CCmdHeaderWords;
@@ -371,14 +382,20 @@ void WriteImage(T& object, X& x) {
 namespace detail {
 
 // The stream a static processor moves its fields through: inlined over a cursor where the stream
-// is exactly CCmdReader or CCmdWriter, through its virtual raw transfer where it is a class of
-// the caller's own. Both give the same results, last errors and positions. The cursor takes the
-// stream's state at the first field and gives it back before anything else moves the stream, and
-// at the end: nothing can look at the stream in between.
-template <class D, class S, bool Reading>
+// is exactly CCmdReader or CCmdWriter (Direct), through its virtual raw transfer where it is a
+// class of the caller's own. Both give the same results, last errors and positions. The choice is
+// made once per object (RunStream), so that no field tests it. The cursor takes the stream's
+// state when the processor starts and gives it back at its end (and, outside the library, before
+// a nested object is moved through the stream itself): nothing can look at the stream between.
+template <class D, class S, bool Reading, bool IsDirect>
 class StreamOps : public FieldOps<D> {
 public:
-    explicit StreamOps(S& stream) : s_(stream), direct_(IsPlain<S>(stream)) {}
+    explicit StreamOps(S& stream) : s_(stream) {
+        if constexpr (IsDirect) {
+            c_ = Cursor::Of(s_);
+            live_ = true;
+        }
+    }
     StreamOps(const StreamOps&) = delete;
     StreamOps& operator=(const StreamOps&) = delete;
     ~StreamOps() { Sync(); }
@@ -394,8 +411,8 @@ public:
 protected:
     template <class F>
     CMDDATA_ALWAYS_INLINE void With(F&& f) {
-        if (direct_) {
-            if (!live_) {
+        if constexpr (IsDirect) {
+            if (!kInLibrary && !live_) {
                 c_ = Cursor::Of(s_);
                 live_ = true;
             }
@@ -414,7 +431,6 @@ protected:
     S& s_;
 
 private:
-    bool direct_;
     bool live_ = false;
     Cursor c_{};
 };
@@ -489,12 +505,6 @@ namespace detail {
 // its block go afterwards (SettleProc), as a new one holds none. A class whose new objects hold
 // texts, list items or fields that never travel, or whose field list does not walk the same way
 // twice, is renewed by destroying the item and constructing it anew.
-
-#ifdef CMDDATA_BUILDING
-constexpr bool kInLibrary = true;
-#else
-constexpr bool kInLibrary = false;
-#endif
 
 // The values a new object of a class starts with, in the order its field list walks them.
 struct Snapshot {
@@ -710,10 +720,15 @@ void RenewProc::List(const char*, L& l) {
 
 }  // namespace detail
 
-/// Reads each field from a reader, in list order, whatever failed before.
-class ReadProc : public detail::StreamOps<ReadProc, CCmdReader, true> {
+/// Reads each field from a reader, in list order, whatever failed before. D is ReadProc (a
+/// CCmdReader itself) or ReadViaProc (a reader class of the caller's own).
+template <class D, bool IsDirect>
+class ReadOps : public detail::StreamOps<D, CCmdReader, true, IsDirect> {
+    using Base = detail::StreamOps<D, CCmdReader, true, IsDirect>;
+    using Base::With;
+
 public:
-    using StreamOps::StreamOps;
+    using Base::Base;
     static constexpr bool Reading() { return true; }
 
     void Prefix(CCmdCore& self) {
@@ -736,12 +751,12 @@ public:
     void Nested(const char*, T& o) {
 #ifdef CMDDATA_BUILDING
         if constexpr (detail::FieldsInHeader<T>::value)
-            o.Fields(*this);
+            o.Fields(self());
         else
-            CmdDataFields(*this, o);
+            CmdDataFields(self(), o);
 #else
-        Sync();
-        o.T::Read(s_);  // a field list outside the library: through the exported operation
+        this->Sync();
+        o.T::Read(this->s_);  // a field list outside the library: through the exported operation
 #endif
     }
     template <class L>
@@ -757,7 +772,7 @@ public:
             } else {
                 l.template ReadRenewing<detail::ListRenewal<typename L::ItemType>>(
                     in, [](std::uint32_t, bool) {},
-                    [this](typename L::ItemType& item) { Record(nullptr, item); });
+                    [this](typename L::ItemType& item) { self().Record(nullptr, item); });
             }
         });
     }
@@ -766,12 +781,27 @@ public:
     void Image(const char*, T& o) {
         With([&](auto& x) { detail::ReadImage(o, x); });
     }
+
+private:
+    D& self() { return static_cast<D&>(*this); }
+};
+class ReadProc final : public ReadOps<ReadProc, true> {
+public:
+    using ReadOps::ReadOps;
+};
+class ReadViaProc final : public ReadOps<ReadViaProc, false> {
+public:
+    using ReadOps::ReadOps;
 };
 
-/// Writes each field to a writer, in list order.
-class WriteProc : public detail::StreamOps<WriteProc, CCmdWriter, false> {
+/// Writes each field to a writer, in list order. D is WriteProc or WriteViaProc.
+template <class D, bool IsDirect>
+class WriteOps : public detail::StreamOps<D, CCmdWriter, false, IsDirect> {
+    using Base = detail::StreamOps<D, CCmdWriter, false, IsDirect>;
+    using Base::With;
+
 public:
-    using StreamOps::StreamOps;
+    using Base::Base;
     static constexpr bool Reading() { return false; }
 
     void Prefix(CCmdCore& self) {
@@ -794,12 +824,12 @@ public:
     void Nested(const char*, T& o) {
 #ifdef CMDDATA_BUILDING
         if constexpr (detail::FieldsInHeader<T>::value)
-            o.Fields(*this);
+            o.Fields(self());
         else
-            CmdDataFields(*this, o);
+            CmdDataFields(self(), o);
 #else
-        Sync();
-        o.T::Write(s_);
+        this->Sync();
+        o.T::Write(this->s_);
 #endif
     }
     template <class L>
@@ -810,7 +840,8 @@ public:
             if constexpr (detail::kInlineItems<L> && std::is_same_v<X, detail::DirectWriter>) {
                 detail::OverRun<false>(x, [&](auto&& each) { l.WriteThrough(out, each); });
             } else {
-                l.WriteThrough(out, [this](typename L::ItemType& item) { Record(nullptr, item); });
+                l.WriteThrough(out,
+                               [this](typename L::ItemType& item) { self().Record(nullptr, item); });
             }
         });
     }
@@ -818,7 +849,41 @@ public:
     void Image(const char*, T& o) {
         With([&](auto& x) { detail::WriteImage(o, x); });
     }
+
+private:
+    D& self() { return static_cast<D&>(*this); }
 };
+class WriteProc final : public WriteOps<WriteProc, true> {
+public:
+    using WriteOps::WriteOps;
+};
+class WriteViaProc final : public WriteOps<WriteViaProc, false> {
+public:
+    using WriteOps::WriteOps;
+};
+
+/// Runs fields(p) with the read or write processor the stream calls for: the direct one for a
+/// CCmdReader / CCmdWriter itself, else the one through the stream's own raw transfer.
+template <class F>
+void RunStream(CCmdReader& reader, F&& fields) {
+    if (detail::IsPlain(reader)) {
+        ReadProc p(reader);
+        fields(p);
+    } else {
+        ReadViaProc p(reader);
+        fields(p);
+    }
+}
+template <class F>
+void RunStream(CCmdWriter& writer, F&& fields) {
+    if (detail::IsPlain(writer)) {
+        WriteProc p(writer);
+        fields(p);
+    } else {
+        WriteViaProc p(writer);
+        fields(p);
+    }
+}
 
 /// Empties every field: scalars to their empty value, texts, buffers, lists and records through
 /// RemoveAll. The version prefix and the command identifier stay.
@@ -909,12 +974,10 @@ inline void FieldProcessor::Image(const char* name, T& object) {
 /// check (listed.h): Class must be in its family's class list.
 #define CMDDATA_DEFINE_FIELDS(Class)                                    \
     void Class::Read(CCmdReader& reader) {                              \
-        cmddata::ReadProc p(reader);                                    \
-        Fields(p);                                                      \
+        cmddata::RunStream(reader, [this](auto& p) { Fields(p); });     \
     }                                                                   \
     void Class::Write(CCmdWriter& writer) {                             \
-        cmddata::WriteProc p(writer);                                   \
-        Fields(p);                                                      \
+        cmddata::RunStream(writer, [this](auto& p) { Fields(p); });     \
     }                                                                   \
     void Class::RemoveAll() {                                           \
         CmdDataResetHeader(this);                                       \
@@ -927,6 +990,8 @@ inline void FieldProcessor::Image(const char* name, T& object) {
     }                                                                   \
     void CmdDataFields(cmddata::ReadProc& p, Class& o) { o.Fields(p); } \
     void CmdDataFields(cmddata::WriteProc& p, Class& o) { o.Fields(p); } \
+    void CmdDataFields(cmddata::ReadViaProc& p, Class& o) { o.Fields(p); } \
+    void CmdDataFields(cmddata::WriteViaProc& p, Class& o) { o.Fields(p); } \
     void CmdDataFields(cmddata::detail::SnapProc& p, Class& o) { o.Fields(p); }   \
     void CmdDataFields(cmddata::detail::RenewProc& p, Class& o) { o.Fields(p); }  \
     void CmdDataFields(cmddata::detail::SettleProc& p, Class& o) { o.Fields(p); }

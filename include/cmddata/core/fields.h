@@ -34,6 +34,8 @@ struct FieldsInHeader : std::false_type {};
 }  // namespace detail
 class ReadProc;
 class WriteProc;
+class ReadViaProc;
+class WriteViaProc;
 class ResetProc;
 class FieldProcessor;
 namespace detail {
@@ -65,6 +67,8 @@ class SettleProc;
     CMDDATA_LOCAL void Fields(P& p);                            \
     friend void CmdDataFields(cmddata::ReadProc& p, Class& o);  \
     friend void CmdDataFields(cmddata::WriteProc& p, Class& o); \
+    friend void CmdDataFields(cmddata::ReadViaProc& p, Class& o);        \
+    friend void CmdDataFields(cmddata::WriteViaProc& p, Class& o);       \
     friend void CmdDataFields(cmddata::detail::SnapProc& p, Class& o);   \
     friend void CmdDataFields(cmddata::detail::RenewProc& p, Class& o);  \
     friend void CmdDataFields(cmddata::detail::SettleProc& p, Class& o); \
