@@ -232,3 +232,32 @@ TEST(MemoryBound, ReadingNBytesAllocatesAtMostLinearlyInN) {
     EXPECT_TRUE(broken.empty()) << broken.size() << " reads over " << kPerByte << " * N + "
                                 << kConstant << ", the first: " << broken.front();
 }
+
+// An object that answers the same command again and again reads into the memory it already
+// holds: once it has been read into twice, reading the same bytes allocates nothing.
+TEST(MemoryBound, ReadingTheSameBytesAgainAllocatesNothing) {
+    if (!Measurable())
+        GTEST_SKIP() << "allocations cannot be counted here (counted through the GNU C library's "
+                        "malloc, which a sanitizer or another C library replaces)";
+    std::vector<std::string> allocating;
+    std::size_t count = 0;
+    const cmddata::ClassInfo* all = cmddata::Classes(&count);
+    for (std::size_t i = 0; i < count; ++i) {
+        const cmddata::ClassInfo& c = all[i];
+        const std::uint16_t version =
+            c.command != nullptr ? cmddata::DefaultVersion(*c.command, c.side) : std::uint16_t{1};
+        std::unique_ptr<CCmdCore> sample(c.make(version));
+        cmddata::Fill(*sample);
+        const std::vector<unsigned char> bytes = Written(*sample);
+        std::unique_ptr<CCmdCore> target(c.make(version));
+        ReadCost(*target, bytes);
+        ReadCost(*target, bytes);  // the first read into kept items takes what a class starts with
+        const Cost again = ReadCost(*target, bytes);
+        if (again.allocations != 0)
+            allocating.push_back(std::string(c.name) + " (" + std::to_string(again.allocations) +
+                                 ")");
+    }
+    std::string names;
+    for (const std::string& n : allocating) names += " " + n;
+    EXPECT_TRUE(allocating.empty()) << allocating.size() << " classes allocate:" << names;
+}

@@ -29,6 +29,10 @@ constexpr bool kInLibrary = false;
 /// Messages reset their header words in RemoveAll (the header overload lives with CCmdBase).
 inline void CmdDataResetHeader(CCmdCore*) {}
 class CCmdHeaderWords;
+/// Words a record keeps beside its field list (the header words of info records, of which only
+/// some travel): a list read that keeps the record gives it those of a new one (overloads beside
+/// CCmdBaseInfo).
+inline void CmdDataCopyKeptWords(CCmdCore*, const CCmdCore*) {}
 
 namespace cmddata {
 namespace detail {
@@ -502,9 +506,10 @@ namespace detail {
 // object, in field-list order, are taken once per class (SnapProc) and put back over the kept
 // item (RenewProc); texts and buffers lose their bytes but keep their blocks, and lists keep
 // their items for the next read in turn. A text or buffer that the read leaves without bytes lets
-// its block go afterwards (SettleProc), as a new one holds none. A class whose new objects hold
-// texts, list items or fields that never travel, or whose field list does not walk the same way
-// twice, is renewed by destroying the item and constructing it anew.
+// its block go afterwards (SettleProc), as a new one holds none; words a record keeps beside its
+// field list come from a new object (CmdDataCopyKeptWords). A class whose new objects hold texts,
+// list items or members that never travel other than numbers, or whose field list does not walk
+// the same way twice, is renewed by destroying the item and constructing it anew.
 
 // The values a new object of a class starts with, in the order its field list walks them.
 struct Snapshot {
@@ -690,6 +695,10 @@ struct RecordRenewal {
             RenewProc p(s);
             p.Header(item);
             RunFields(p, item);
+            if constexpr (std::is_base_of_v<CCmdHeaderWords, T>) {
+                const T fresh;  // made here: a new record's thread id is the reading thread's
+                CmdDataCopyKeptWords(&item, &fresh);
+            }
             if (p.Whole()) return;
         }
         item.~T();
@@ -702,15 +711,13 @@ struct RecordRenewal {
 };
 
 // How a list read by the library renews its items: texts and buffers as themselves, records
-// through their field lists. Bare numbers hold no memory, and records that keep a message's
-// header hold words that never travel: those are constructed anew. Outside the library (a field
-// list of the caller's own) the records' field lists are not at hand: they are constructed too.
+// through their field lists. Bare numbers hold no memory: they are constructed anew. Outside the
+// library (a field list of the caller's own) the records' field lists are not at hand: they are
+// constructed too.
 template <class T>
 using ListRenewal = std::conditional_t<
     std::is_same_v<T, CCmdString> || std::is_same_v<T, CCmdBuffer>, BytesRenewal<T>,
-    std::conditional_t<FieldsInHeader<T>::value || std::is_base_of_v<CCmdHeaderWords, T> ||
-                           !kInLibrary,
-                       NoRenewal<T>, RecordRenewal<T>>>;
+    std::conditional_t<FieldsInHeader<T>::value || !kInLibrary, NoRenewal<T>, RecordRenewal<T>>>;
 
 template <class L>
 void RenewProc::List(const char*, L& l) {

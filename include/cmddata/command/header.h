@@ -110,3 +110,10 @@ protected:
 /// Messages and info records reset their header words in RemoveAll, whatever their framing.
 inline void CmdDataResetHeader(CCmdBase* message) { message->CCmdBase::RemoveAll(); }
 inline void CmdDataResetHeader(CCmdBaseInfo* record) { record->CCmdBaseInfo::RemoveAll(); }
+/// A kept record with header words takes a new one's: identifier, thread id and status words.
+inline void CmdDataCopyKeptWords(CCmdBase* to, const CCmdBase* from) {
+    static_cast<CCmdHeaderWords&>(*to) = *from;
+}
+inline void CmdDataCopyKeptWords(CCmdBaseInfo* to, const CCmdBaseInfo* from) {
+    static_cast<CCmdHeaderWords&>(*to) = *from;
+}
