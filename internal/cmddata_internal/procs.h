@@ -478,20 +478,18 @@ private:
 template <class L>
 constexpr bool kInlineItems = FieldsInHeader<typename L::ItemType>::value;
 
-// Hands walk the per-item transfer of such a list: the run's cursor takes over from x's at the
-// first item and hands back after the last. The item is generic, so a list of other items never
-// checks this branch.
+// Hands walk a transfer over the run's own cursor, for the list's prefix and count, and the
+// per-item transfer: the run's cursor takes over from x's before the list and hands back after
+// it. The item is generic, so a list of other items never checks this branch.
 template <bool Reading, class X, class Walk>
 void OverRun(X& x, Walk&& walk) {
-    Cursor run{};
-    bool moved = false;
-    walk([&](auto& item) {
-        if (!moved) run = x.c;
-        moved = true;
+    Cursor run = x.c;
+    Direct<Reading> rx{run};
+    walk(rx, [&run](auto& item) {
         InlineRun<Reading> r(run);
         item.Fields(r);
     });
-    if (moved) x.c = run;
+    x.c = run;
 }
 
 }  // namespace detail
@@ -770,13 +768,14 @@ public:
     void List(const char*, L& l) {
         With([&](auto& x) {
             using X = std::remove_reference_t<decltype(x)>;
-            detail::ListIn<X> in{x};
             if constexpr (detail::kInlineItems<L> && std::is_same_v<X, detail::DirectReader>) {
-                detail::OverRun<true>(x, [&](auto&& each) {
+                detail::OverRun<true>(x, [&](X& rx, auto&& each) {
+                    detail::ListIn<X> in{rx};
                     l.ReadThrough(
                         in, [](std::uint32_t, bool) {}, each);
                 });
             } else {
+                detail::ListIn<X> in{x};
                 l.template ReadRenewing<detail::ListRenewal<typename L::ItemType>>(
                     in, [](std::uint32_t, bool) {},
                     [this](typename L::ItemType& item) { self().Record(nullptr, item); });
@@ -843,10 +842,13 @@ public:
     void List(const char*, L& l) {
         With([&](auto& x) {
             using X = std::remove_reference_t<decltype(x)>;
-            detail::ListOut<X> out{x};
             if constexpr (detail::kInlineItems<L> && std::is_same_v<X, detail::DirectWriter>) {
-                detail::OverRun<false>(x, [&](auto&& each) { l.WriteThrough(out, each); });
+                detail::OverRun<false>(x, [&](X& rx, auto&& each) {
+                    detail::ListOut<X> out{rx};
+                    l.WriteThrough(out, each);
+                });
             } else {
+                detail::ListOut<X> out{x};
                 l.WriteThrough(out,
                                [this](typename L::ItemType& item) { self().Record(nullptr, item); });
             }
