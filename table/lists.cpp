@@ -4,11 +4,11 @@
 #include "cmddata/cmddata.h"
 #include "cmddata_internal/procs.h"
 
-#define CMDDATA_LIST_CODEC(Class)                                      \
-    void CmdDataReadList(CCmdReader& reader, CCmdList<Class>& list) {  \
+#define CMDDATA_LIST_CODEC(Class)                                            \
+    void CmdDataReadList(CCmdReader& reader, CCmdList<Class>& list) {        \
         cmddata::RunStream(reader, [&](auto& p) { p.List(nullptr, list); }); \
-    }                                                                  \
-    void CmdDataWriteList(CCmdWriter& writer, CCmdList<Class>& list) { \
+    }                                                                        \
+    void CmdDataWriteList(CCmdWriter& writer, CCmdList<Class>& list) {       \
         cmddata::RunStream(writer, [&](auto& p) { p.List(nullptr, list); }); \
     }
 

@@ -101,9 +101,9 @@ void ReadsAsNew() {
         std::size_t size;
     };
     const Step steps[] = {
-        {many, many.size()},      {older, older.size()},          {many, many.size()},
-        {plain, plain.size()},    {other, other.size() / 2},      {many, many.size()},
-        {none, none.size()},      {many, many.size() * 3 / 4},    {other, other.size()},
+        {many, many.size()},       {older, older.size()},       {many, many.size()},
+        {plain, plain.size()},     {other, other.size() / 2},   {many, many.size()},
+        {none, none.size()},       {many, many.size() * 3 / 4}, {other, other.size()},
         {plain, plain.size() - 1}, {many, many.size()},
     };
     CCmdList<T> used;

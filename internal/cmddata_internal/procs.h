@@ -849,8 +849,8 @@ public:
                 });
             } else {
                 detail::ListOut<X> out{x};
-                l.WriteThrough(out,
-                               [this](typename L::ItemType& item) { self().Record(nullptr, item); });
+                l.WriteThrough(
+                    out, [this](typename L::ItemType& item) { self().Record(nullptr, item); });
             }
         });
     }
@@ -981,26 +981,26 @@ inline void FieldProcessor::Image(const char* name, T& object) {
 /// Defines Read, Write, RemoveAll, Visit and the processor entry points of Class from its
 /// one field list. Put it after the definition of Class::Fields. Visit calls the listed
 /// check (listed.h): Class must be in its family's class list.
-#define CMDDATA_DEFINE_FIELDS(Class)                                    \
-    void Class::Read(CCmdReader& reader) {                              \
-        cmddata::RunStream(reader, [this](auto& p) { Fields(p); });     \
-    }                                                                   \
-    void Class::Write(CCmdWriter& writer) {                             \
-        cmddata::RunStream(writer, [this](auto& p) { Fields(p); });     \
-    }                                                                   \
-    void Class::RemoveAll() {                                           \
-        CmdDataResetHeader(this);                                       \
-        cmddata::ResetProc p;                                           \
-        Fields(p);                                                      \
-    }                                                                   \
-    void Class::Visit(cmddata::FieldProcessor& p) {                     \
-        cmddata::detail::ListedInItsFamilyList<Class>();                \
-        Fields(p);                                                      \
-    }                                                                   \
-    void CmdDataFields(cmddata::ReadProc& p, Class& o) { o.Fields(p); } \
-    void CmdDataFields(cmddata::WriteProc& p, Class& o) { o.Fields(p); } \
-    void CmdDataFields(cmddata::ReadViaProc& p, Class& o) { o.Fields(p); } \
-    void CmdDataFields(cmddata::WriteViaProc& p, Class& o) { o.Fields(p); } \
-    void CmdDataFields(cmddata::detail::SnapProc& p, Class& o) { o.Fields(p); }   \
-    void CmdDataFields(cmddata::detail::RenewProc& p, Class& o) { o.Fields(p); }  \
+#define CMDDATA_DEFINE_FIELDS(Class)                                             \
+    void Class::Read(CCmdReader& reader) {                                       \
+        cmddata::RunStream(reader, [this](auto& p) { Fields(p); });              \
+    }                                                                            \
+    void Class::Write(CCmdWriter& writer) {                                      \
+        cmddata::RunStream(writer, [this](auto& p) { Fields(p); });              \
+    }                                                                            \
+    void Class::RemoveAll() {                                                    \
+        CmdDataResetHeader(this);                                                \
+        cmddata::ResetProc p;                                                    \
+        Fields(p);                                                               \
+    }                                                                            \
+    void Class::Visit(cmddata::FieldProcessor& p) {                              \
+        cmddata::detail::ListedInItsFamilyList<Class>();                         \
+        Fields(p);                                                               \
+    }                                                                            \
+    void CmdDataFields(cmddata::ReadProc& p, Class& o) { o.Fields(p); }          \
+    void CmdDataFields(cmddata::WriteProc& p, Class& o) { o.Fields(p); }         \
+    void CmdDataFields(cmddata::ReadViaProc& p, Class& o) { o.Fields(p); }       \
+    void CmdDataFields(cmddata::WriteViaProc& p, Class& o) { o.Fields(p); }      \
+    void CmdDataFields(cmddata::detail::SnapProc& p, Class& o) { o.Fields(p); }  \
+    void CmdDataFields(cmddata::detail::RenewProc& p, Class& o) { o.Fields(p); } \
     void CmdDataFields(cmddata::detail::SettleProc& p, Class& o) { o.Fields(p); }

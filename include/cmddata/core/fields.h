@@ -58,15 +58,15 @@ class SettleProc;
 /// Declares the field list of Class and the operations that come from it. It changes no access:
 /// put it among the public members. The processors reach nested records through the friends,
 /// which are the library's own and not exported.
-#define CMDDATA_FIELDS(Class)                                   \
-    void Read(CCmdReader& reader) override;                     \
-    void Write(CCmdWriter& writer) override;                    \
-    void RemoveAll() override;                                  \
-    void Visit(cmddata::FieldProcessor& p) override;            \
-    template <class P>                                          \
-    CMDDATA_LOCAL void Fields(P& p);                            \
-    friend void CmdDataFields(cmddata::ReadProc& p, Class& o);  \
-    friend void CmdDataFields(cmddata::WriteProc& p, Class& o); \
+#define CMDDATA_FIELDS(Class)                                            \
+    void Read(CCmdReader& reader) override;                              \
+    void Write(CCmdWriter& writer) override;                             \
+    void RemoveAll() override;                                           \
+    void Visit(cmddata::FieldProcessor& p) override;                     \
+    template <class P>                                                   \
+    CMDDATA_LOCAL void Fields(P& p);                                     \
+    friend void CmdDataFields(cmddata::ReadProc& p, Class& o);           \
+    friend void CmdDataFields(cmddata::WriteProc& p, Class& o);          \
     friend void CmdDataFields(cmddata::ReadViaProc& p, Class& o);        \
     friend void CmdDataFields(cmddata::WriteViaProc& p, Class& o);       \
     friend void CmdDataFields(cmddata::detail::SnapProc& p, Class& o);   \
