@@ -133,7 +133,6 @@ class CCmdList : public CCmdCore {
         Chunk* next;
         std::uint32_t slots;
     };
-    static constexpr bool kBytes = std::is_same_v<T, CCmdString> || std::is_same_v<T, CCmdBuffer>;
     static constexpr std::size_t kChunkHead =
         (sizeof(Chunk) + alignof(Node) - 1) / alignof(Node) * alignof(Node);
     static_assert(alignof(Node) <= __STDCPP_DEFAULT_NEW_ALIGNMENT__, "nodes need no more");
