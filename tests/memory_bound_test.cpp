@@ -182,6 +182,18 @@ CCmdCore* MakeOne() {
     return new T();
 }
 
+// Every class of the class table, each made at the version its constructor is given by default.
+template <class F>
+void ForEachClass(F&& visit) {
+    std::size_t count = 0;
+    const cmddata::ClassInfo* all = cmddata::Classes(&count);
+    for (std::size_t i = 0; i < count; ++i) visit(all[i]);
+}
+CCmdCore* MakeAtDefault(const cmddata::ClassInfo& c) {
+    return c.make(c.command != nullptr ? cmddata::DefaultVersion(*c.command, c.side)
+                                       : std::uint16_t{1});
+}
+
 bool Measurable() {
 #if defined(CMDDATA_COUNT_MALLOC)
     // The library's allocations must reach this program's malloc.
@@ -213,14 +225,8 @@ TEST(MemoryBound, ReadingNBytesAllocatesAtMostLinearlyInN) {
     check("CCmdList<CCmdString>", &MakeOne<CCmdList<CCmdString>>);
     check("CCmdList<CCmdBuffer>", &MakeOne<CCmdList<CCmdBuffer>>);
     check("CCmdList<CCmdList<CCmdDwordData>>", &MakeOne<CCmdList<CCmdList<CCmdDwordData>>>);
-    std::size_t count = 0;
-    const cmddata::ClassInfo* all = cmddata::Classes(&count);
-    for (std::size_t i = 0; i < count; ++i) {
-        const cmddata::ClassInfo& c = all[i];
-        const std::uint16_t version =
-            c.command != nullptr ? cmddata::DefaultVersion(*c.command, c.side) : std::uint16_t{1};
-        check(c.name, [&c, version] { return c.make(version); });
-    }
+    ForEachClass(
+        [&](const cmddata::ClassInfo& c) { check(c.name, [&c] { return MakeAtDefault(c); }); });
     // The measured worst, for the record in the README.
     std::printf(
         "[ memory   ] worst: %s: %llu bytes read, %llu allocations, %llu bytes (%.1f per "
@@ -240,23 +246,18 @@ TEST(MemoryBound, ReadingTheSameBytesAgainAllocatesNothing) {
         GTEST_SKIP() << "allocations cannot be counted here (counted through the GNU C library's "
                         "malloc, which a sanitizer or another C library replaces)";
     std::vector<std::string> allocating;
-    std::size_t count = 0;
-    const cmddata::ClassInfo* all = cmddata::Classes(&count);
-    for (std::size_t i = 0; i < count; ++i) {
-        const cmddata::ClassInfo& c = all[i];
-        const std::uint16_t version =
-            c.command != nullptr ? cmddata::DefaultVersion(*c.command, c.side) : std::uint16_t{1};
-        std::unique_ptr<CCmdCore> sample(c.make(version));
+    ForEachClass([&](const cmddata::ClassInfo& c) {
+        std::unique_ptr<CCmdCore> sample(MakeAtDefault(c));
         cmddata::Fill(*sample);
         const std::vector<unsigned char> bytes = Written(*sample);
-        std::unique_ptr<CCmdCore> target(c.make(version));
+        std::unique_ptr<CCmdCore> target(MakeAtDefault(c));
         ReadCost(*target, bytes);
         ReadCost(*target, bytes);  // the first read into kept items takes what a class starts with
         const Cost again = ReadCost(*target, bytes);
         if (again.allocations != 0)
             allocating.push_back(std::string(c.name) + " (" + std::to_string(again.allocations) +
                                  ")");
-    }
+    });
     std::string names;
     for (const std::string& n : allocating) names += " " + n;
     EXPECT_TRUE(allocating.empty()) << allocating.size() << " classes allocate:" << names;

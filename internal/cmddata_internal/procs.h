@@ -492,10 +492,6 @@ void OverRun(X& x, Walk&& walk) {
     x.c = run;
 }
 
-}  // namespace detail
-
-namespace detail {
-
 // --- Renewing the items a list read keeps ---
 //
 // A list read keeps the records it held and makes each new again before reading into it, so that
@@ -693,11 +689,13 @@ struct RecordRenewal {
             RenewProc p(s);
             p.Header(item);
             RunFields(p, item);
-            if constexpr (std::is_base_of_v<CCmdHeaderWords, T>) {
-                const T fresh;  // made here: a new record's thread id is the reading thread's
-                CmdDataCopyKeptWords(&item, &fresh);
+            if (p.Whole()) {
+                if constexpr (std::is_base_of_v<CCmdHeaderWords, T>) {
+                    const T fresh;  // made here: a new record's thread id is the reading thread's
+                    CmdDataCopyKeptWords(&item, &fresh);
+                }
+                return;
             }
-            if (p.Whole()) return;
         }
         item.~T();
         new (&item) T();
@@ -708,14 +706,14 @@ struct RecordRenewal {
     }
 };
 
-// How a list read by the library renews its items: texts and buffers as themselves, records
+// How a list read by the library renews its items: texts and buffers as every list does, records
 // through their field lists. Bare numbers hold no memory: they are constructed anew. Outside the
 // library (a field list of the caller's own) the records' field lists are not at hand: they are
 // constructed too.
 template <class T>
-using ListRenewal = std::conditional_t<
-    std::is_same_v<T, CCmdString> || std::is_same_v<T, CCmdBuffer>, BytesRenewal<T>,
-    std::conditional_t<FieldsInHeader<T>::value || !kInLibrary, NoRenewal<T>, RecordRenewal<T>>>;
+using ListRenewal =
+    std::conditional_t<DefaultRenewal<T>::kOn || FieldsInHeader<T>::value || !kInLibrary,
+                       DefaultRenewal<T>, RecordRenewal<T>>;
 
 template <class L>
 void RenewProc::List(const char*, L& l) {
