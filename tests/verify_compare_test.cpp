@@ -15,6 +15,7 @@
 #include <atomic>
 #include <cstdint>
 #include <cstring>
+#include <new>
 #include <vector>
 
 #include "helpers.h"
@@ -78,6 +79,43 @@ TEST(VerifyCompare, TransfersWithBytesThatAliasTheRegionFailTheCompare) {
         [](CCmdReader& r, unsigned char* p, std::int32_t n) { return r.Read(p, n); });
     ExpectAliasedTransferFails<CCmdWriter>(
         [](CCmdWriter& w, unsigned char* p, std::int32_t n) { return w.Write(p, n); });
+}
+
+// The same for a record's fixed-width field, which the library moves inline rather than through
+// the raw transfer: a record placed in the second view so that its 32-bit value lies one byte
+// before the region's bytes for it. Writing changes the record's own value under the compare;
+// only a compare that reads the record's side again sees it.
+TEST(VerifyCompare, FixedWidthFieldThatAliasesTheRegionFailsTheCompare) {
+    // Where the value lies in the record: found by its bytes, as the layout is the compiler's.
+    CCmdDwordId probe;
+    probe = 0xA1B2C3D4;
+    const auto* raw = reinterpret_cast<const unsigned char*>(&probe);
+    std::size_t at = 0;
+    while (at + 4 <= sizeof probe &&
+           !(raw[at] == 0xD4 && raw[at + 1] == 0xC3 && raw[at + 2] == 0xB2 && raw[at + 3] == 0xA1))
+        ++at;
+    ASSERT_LE(at + 4, sizeof probe);
+
+    TwoViews v;
+    ASSERT_NE(nullptr, v.other);
+    constexpr std::size_t kRecord = 64;  // aligned for any record
+    // The value travels alone (4 bytes), from the stream's start at kRecord + at + 1.
+    const std::size_t base = kRecord + at + 1;
+    auto* record = new (v.other + kRecord) CCmdDwordId();
+    *record = 0x01020304;
+    CCmdWriter w;
+    w.AttachView(v.region.data() + base, 16);
+    w.Write(record);
+    EXPECT_EQ(kVerifyFailed, w.GetLastError());
+    EXPECT_EQ(4u, w.GetPosition());
+    record->~CCmdDwordId();
+
+    // The same record apart from the region writes with success.
+    CCmdDwordId apart;
+    apart = 0x01020304;
+    w.AttachView(v.region.data() + base, 16);
+    w.Write(&apart);
+    EXPECT_EQ(kOk, w.GetLastError());
 }
 
 #ifdef CMDDATA_TEST_THREADS

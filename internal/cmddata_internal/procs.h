@@ -102,18 +102,17 @@ struct Direct {
     bool Fits(std::uint32_t count, std::uint32_t min) const { return c.Fits(count, min); }
     void Exhaust() { c.Exhaust(); }
     bool Attached() const { return c.pos != nullptr; }
-    std::uint32_t Left() const {
-        return c.size - static_cast<std::uint32_t>(Offset(c.pos, c.base));
-    }
+    std::uint32_t Left() const { return static_cast<std::uint32_t>(c.Left()); }
     void Fail(Result r) { c.last = r; }
 };
 using DirectReader = Direct<true>;
 using DirectWriter = Direct<false>;
 
 // The version prefix: a sender version above ours makes ours 0.
-// Returns the sender's word, for the describer to report.
+// Returns the sender's word, for the describer to report. Inlined: a call would take the cursor's
+// address and keep it on the stack for the whole message.
 template <class X>
-std::uint16_t ReadPrefix(CCmdCore& self, X& x) {
+CMDDATA_ALWAYS_INLINE std::uint16_t ReadPrefix(CCmdCore& self, X& x) {
     std::uint16_t sender = 0;  // stays 0 when the transfer moves nothing
     x.template Fixed<2>(&sender);
     x.template Fixed<2>(&Access::Reserved(self));
@@ -122,7 +121,7 @@ std::uint16_t ReadPrefix(CCmdCore& self, X& x) {
     return sender;
 }
 template <class X>
-void WritePrefix(CCmdCore& self, X& x) {
+CMDDATA_ALWAYS_INLINE void WritePrefix(CCmdCore& self, X& x) {
     x.template Fixed<2>(&Access::Version(self));
     x.template Fixed<2>(&Access::Reserved(self));
 }
@@ -439,20 +438,23 @@ private:
     Cursor c_{};
 };
 
-// A list's prefix and count as a stream processor moves them (CCmdList::ReadThrough).
+// A list's prefix and count as a stream processor moves them (CCmdList::ReadThrough). Inlined,
+// so that the cursor's address goes nowhere and the items' loop keeps it in registers.
 template <class X>
 struct ListIn {
     X& x;
-    void Prefix(CCmdCore& self) { ReadPrefix(self, x); }
-    void Count(std::uint32_t* n) { x.template Fixed<4>(n); }
-    bool Fits(std::uint32_t count, std::uint32_t min) { return x.Fits(count, min); }
-    void Exhaust() { x.Exhaust(); }
+    CMDDATA_ALWAYS_INLINE void Prefix(CCmdCore& self) { ReadPrefix(self, x); }
+    CMDDATA_ALWAYS_INLINE void Count(std::uint32_t* n) { x.template Fixed<4>(n); }
+    CMDDATA_ALWAYS_INLINE bool Fits(std::uint32_t count, std::uint32_t min) {
+        return x.Fits(count, min);
+    }
+    CMDDATA_ALWAYS_INLINE void Exhaust() { x.Exhaust(); }
 };
 template <class X>
 struct ListOut {
     X& x;
-    void Prefix(CCmdCore& self) { WritePrefix(self, x); }
-    void Count(const std::uint32_t* n) { x.template Fixed<4>(n); }
+    CMDDATA_ALWAYS_INLINE void Prefix(CCmdCore& self) { WritePrefix(self, x); }
+    CMDDATA_ALWAYS_INLINE void Count(const std::uint32_t* n) { x.template Fixed<4>(n); }
 };
 
 }  // namespace detail

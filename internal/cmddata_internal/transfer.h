@@ -7,12 +7,6 @@
 
 #include "cmddata/core/core.h"
 
-#if defined(__GNUC__)
-#define CMDDATA_ALWAYS_INLINE inline __attribute__((always_inline))
-#else
-#define CMDDATA_ALWAYS_INLINE inline
-#endif
-
 namespace cmddata {
 namespace detail {
 
@@ -44,16 +38,6 @@ struct Access {
 // Makes the compiler assume any memory may have changed: the compare after the copy must really
 // re-read both sides, since another process may be writing the region at the same time.
 inline void Reload() { __asm__ __volatile__("" ::: "memory"); }
-
-// The same for exactly the two N-byte ranges just copied: both are read again by the compare, and
-// nothing else has to be reloaded, so small fields stay in registers around it.
-template <std::uint32_t N>
-CMDDATA_ALWAYS_INLINE void Reload(void* a, void* b) {
-    struct Span {
-        unsigned char bytes[N];
-    };
-    __asm__ __volatile__("" : "+m"(*static_cast<Span*>(a)), "+m"(*static_cast<Span*>(b)));
-}
 
 // Short runs (texts, small buffers) are copied and compared in 8-byte words, the last word
 // overlapping the one before; a library call would cost more than the bytes themselves.
@@ -115,30 +99,35 @@ inline std::uint64_t Offset(const unsigned char* at, const unsigned char* base) 
 
 // A stream's moving state, held apart from the stream while a processor runs over it: in a local
 // object the compiler keeps it in registers between fields instead of storing and reloading the
-// position for every one. Base and size never change while a stream is read or written.
+// position for every one. It holds the region's end rather than its base and size: a bound check
+// is then one subtraction, and the stream's position and base, stored apart by AttachView, are
+// never loaded together as one wide word (which would wait for both stores to reach the cache).
+// The position never passes the end: it starts at the base and moves only within the region.
 struct Cursor {
     unsigned char* pos;
-    unsigned char* base;
-    std::uint32_t size;
+    unsigned char* end;
     std::uint32_t last;
 
     static Cursor Of(CCmdStreamBase& s) {
-        return {Access::Position(s), Access::Base(s), Access::Size(s), Access::LastError(s)};
+        unsigned char* const base = Access::Base(s);
+        return {Access::Position(s), base == nullptr ? nullptr : base + Access::Size(s),
+                Access::LastError(s)};
     }
     void To(CCmdStreamBase& s) const {
         Access::Position(s) = pos;
         Access::LastError(s) = last;
     }
+    /// Bytes from the position to the end of the region.
+    std::uint64_t Left() const { return Offset(end, pos); }
     /// True when count items of at least minItemSize bytes can still lie in the region.
     bool Fits(std::uint32_t count, std::uint32_t minItemSize) const {
         if (pos == nullptr) return count == 0;  // nothing is left to hold anything
-        const std::uint64_t left = size - Offset(pos, base);
-        return static_cast<std::uint64_t>(count) * (minItemSize == 0 ? 1 : minItemSize) <= left;
+        return static_cast<std::uint64_t>(count) * (minItemSize == 0 ? 1 : minItemSize) <= Left();
     }
     /// Runs to the end of the region with kPastEnd, so that every later transfer fails too.
     void Exhaust() {
         if (pos == nullptr) return;
-        pos = base + size;
+        pos = end;
         last = result::kPastEnd;
     }
 };
@@ -146,8 +135,7 @@ struct Cursor {
 // Steps 2 to 6 of a transfer of count (>= 1) bytes; fromRegion says which way the bytes go.
 inline Result Transfer(Cursor& c, void* object, std::uint32_t count, bool fromRegion) {
     if (c.pos == nullptr) return c.last = result::kNotAttached;
-    // 64-bit sum: a 32-bit one could wrap and let a huge count through.
-    if (Offset(c.pos, c.base) + count > c.size) return c.last = result::kPastEnd;
+    if (count > c.Left()) return c.last = result::kPastEnd;
     unsigned char* const obj = static_cast<unsigned char*>(object);
     unsigned char* const at = c.pos;
     bool same;
@@ -170,20 +158,55 @@ inline Result Transfer(Cursor& c, void* object, std::uint32_t count, bool fromRe
     return c.last = same ? result::kOk : result::kVerifyFailed;
 }
 
-// Transfer for a width known when compiling: the copy and the compare become a few loads.
+// One word read again for the compare, through a volatile access so that the compiler cannot
+// take the value it just copied instead. Unlike a memory barrier it pins nothing else: the
+// processor's cursor and the object's other fields stay in registers.
+template <std::uint32_t N>
+struct WordOf;
+template <>
+struct WordOf<1> {
+    using Type = std::uint8_t;
+};
+template <>
+struct WordOf<2> {
+    using Type = std::uint16_t;
+};
+template <>
+struct WordOf<4> {
+    using Type = std::uint32_t;
+};
+template <>
+struct WordOf<8> {
+    using Type = std::uint64_t;
+};
+template <std::uint32_t N>
+CMDDATA_ALWAYS_INLINE typename WordOf<N>::Type LoadAgain(const void* at) {
+    // A field may sit at any byte, and under any type.
+    typedef typename WordOf<N>::Type Unaligned __attribute__((aligned(1), may_alias));
+    return *static_cast<const volatile Unaligned*>(at);
+}
+
+// Transfer for a width known when compiling: one load and one store, then both words are read
+// again and compared (the object's too: it may itself lie in shared memory).
 template <std::uint32_t N>
 CMDDATA_ALWAYS_INLINE Result TransferFixed(Cursor& c, void* object, bool fromRegion) {
+    using W = typename WordOf<N>::Type;
     unsigned char* const at = c.pos;
     if (at == nullptr) return c.last = result::kNotAttached;
-    if (Offset(at, c.base) + N > c.size) return c.last = result::kPastEnd;
-    if (fromRegion)
-        std::memcpy(object, at, N);
-    else
-        std::memcpy(at, object, N);
-    Reload<N>(object, at);
-    const Result r = std::memcmp(object, at, N) == 0 ? result::kOk : result::kVerifyFailed;
+    if (N > c.Left()) return c.last = result::kPastEnd;
+    W value;
+    if (fromRegion) {
+        std::memcpy(&value, at, N);
+        std::memcpy(object, &value, N);
+    } else {
+        std::memcpy(&value, object, N);
+        std::memcpy(at, &value, N);
+    }
+    // Equal is the usual outcome: said so, the compiler keeps it on the straight path (otherwise
+    // it lays it out of line, two jumps per item in a list's loop).
+    const bool same = __builtin_expect(LoadAgain<N>(object) == LoadAgain<N>(at), 1);
     c.pos = at + N;
-    return c.last = r;
+    return c.last = same ? result::kOk : result::kVerifyFailed;
 }
 
 template <std::uint32_t N>

@@ -281,7 +281,7 @@ public:
     }
     /// The same with the items kept from the last read made new by Renewal (NoRenewal).
     template <class Renewal, class In, class OnCount, class OnItem>
-    void ReadRenewing(In& in, OnCount&& onCount, OnItem&& onItem) {
+    CMDDATA_ALWAYS_INLINE void ReadRenewing(In& in, OnCount&& onCount, OnItem&& onItem) {
         in.Prefix(*this);
         std::uint32_t count = 0;  // stays 0 when the transfer moves nothing
         in.Count(&count);
@@ -357,7 +357,7 @@ public:
     }
     /// The same with the prefix and count moved by out (Prefix, Count).
     template <class Out, class OnItem>
-    void WriteThrough(Out& out, OnItem&& onItem) {
+    CMDDATA_ALWAYS_INLINE void WriteThrough(Out& out, OnItem&& onItem) {
         out.Prefix(*this);
         const std::uint32_t count = GetCount();
         out.Count(&count);

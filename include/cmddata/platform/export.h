@@ -20,3 +20,12 @@
 #else
 #define CMDDATA_CDECL
 #endif
+
+// Inlined whatever the compiler's estimate: the transfers of a field, and the list algorithms a
+// processor runs over its cursor (a call would take the cursor's address, and the compiler would
+// then keep it in memory for every item instead of in registers).
+#if defined(__GNUC__)
+#define CMDDATA_ALWAYS_INLINE inline __attribute__((always_inline))
+#else
+#define CMDDATA_ALWAYS_INLINE inline
+#endif
