@@ -30,11 +30,14 @@ void CCmdStreamBase::Attach(cmddata::platform::MappingHandle mapping, std::uint3
 }
 
 void CCmdStreamBase::AttachView(void* view, std::uint32_t size) {
-    position_ = base_ = static_cast<unsigned char*>(view);
+    // Two 8-byte stores, not one 16-byte store of both: a transfer that follows loads them one by
+    // one, and a load of the upper half of a wider store waits for it to reach the cache (some
+    // processors forward only from the store's first byte).
+    position_ = static_cast<unsigned char*>(view);
     size_ = size;
+    cmddata::detail::Reload();
+    base_ = position_;
 }
-
-CCmdReader::~CCmdReader() = default;
 
 Result CCmdReader::Read(void* destination, std::int32_t count) {
     return cmddata::detail::OnStream(
@@ -42,8 +45,6 @@ Result CCmdReader::Read(void* destination, std::int32_t count) {
 }
 
 void CCmdReader::Read(CCmdCore* object) { object->Read(*this); }
-
-CCmdWriter::~CCmdWriter() = default;
 
 Result CCmdWriter::Write(const void* source, std::int32_t count) {
     return cmddata::detail::OnStream(

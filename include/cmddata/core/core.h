@@ -107,7 +107,9 @@ public:
     }
     CCmdReader(const CCmdReader&) = default;
     CCmdReader& operator=(const CCmdReader&) = default;
-    virtual ~CCmdReader();
+    /// Inline: a reader made for each message costs no call to end. The class's first virtual
+    /// transfer, defined in the library, anchors its virtual table there.
+    virtual ~CCmdReader() = default;
 
     /// Raw transfer of count bytes into destination; stores and returns the result.
     virtual cmddata::Result Read(void* destination, std::int32_t count);
@@ -129,7 +131,8 @@ public:
     }
     CCmdWriter(const CCmdWriter&) = default;
     CCmdWriter& operator=(const CCmdWriter&) = default;
-    virtual ~CCmdWriter();
+    /// Inline, as the reader's.
+    virtual ~CCmdWriter() = default;
 
     /// Raw transfer of count bytes from source. A null source or count below 1 returns
     /// kBadArgument without storing it: the last error keeps its previous value.
