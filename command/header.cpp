@@ -2,13 +2,7 @@
 
 #include "cmddata_internal/procs.h"
 
-CCmdHeaderWords::CCmdHeaderWords(std::uint32_t cmdId)
-    : cmdId_(cmdId), threadId_(cmddata::platform::CurrentThreadId()) {}
-
 CCmdBase::CCmdBase(std::uint32_t commandId) : CCmdBase(commandId, 1, 0) {}
-CCmdBase::CCmdBase(std::uint32_t commandId, std::uint16_t version, std::uint16_t reserved)
-    : CCmdCore(version, reserved), CCmdHeaderWords(commandId) {}
-CCmdBase::~CCmdBase() = default;
 
 CCmdBase& CCmdBase::operator=(const CCmdBase& source) {
     CCmdCore::operator=(source);
@@ -31,7 +25,6 @@ CCmdBaseInfo::CCmdBaseInfo(std::uint16_t version, std::uint16_t reserved)
 CCmdBaseInfo::CCmdBaseInfo(std::uint32_t commandId) : CCmdBaseInfo(commandId, 1, 0) {}
 CCmdBaseInfo::CCmdBaseInfo(std::uint32_t commandId, std::uint16_t version, std::uint16_t reserved)
     : CCmdCore(version, reserved), CCmdHeaderWords(commandId) {}
-CCmdBaseInfo::~CCmdBaseInfo() = default;
 
 void CCmdBaseInfo::operator=(CCmdBase& source) {
     RemoveAll();  // virtual: a derived record empties its payload too

@@ -86,7 +86,9 @@ unsigned char* MapWholeView(MappingHandle mapping, std::size_t* viewSize) {
 namespace {
 // Every message constructor asks for the thread id; a system call each time would cost more than
 // the message. A forked child's only thread gets a new id, so the child forgets the cached one.
-thread_local std::uint32_t cachedThreadId = 0;
+// Initial-exec: one load beside the thread pointer instead of a call into the loader each time;
+// four bytes fit in the static room glibc keeps for libraries opened later (dlopen, ctypes).
+__attribute__((tls_model("initial-exec"))) thread_local std::uint32_t cachedThreadId = 0;
 void ForgetThreadId() { cachedThreadId = 0; }
 const int kForgetOnFork = pthread_atfork(nullptr, nullptr, &ForgetThreadId);
 }  // namespace
