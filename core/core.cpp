@@ -44,14 +44,10 @@ Result CCmdReader::Read(void* destination, std::int32_t count) {
         *this, [&](auto& c) { return cmddata::detail::ReadRaw(c, destination, count); });
 }
 
-void CCmdReader::Read(CCmdCore* object) { object->Read(*this); }
-
 Result CCmdWriter::Write(const void* source, std::int32_t count) {
     return cmddata::detail::OnStream(
         *this, [&](auto& c) { return cmddata::detail::WriteRaw(c, source, count); });
 }
-
-void CCmdWriter::Write(CCmdCore* object) { object->Write(*this); }
 
 namespace cmddata {
 

@@ -113,8 +113,9 @@ public:
 
     /// Raw transfer of count bytes into destination; stores and returns the result.
     virtual cmddata::Result Read(void* destination, std::int32_t count);
-    /// Object transfer: runs the object's own Read with this reader.
-    virtual void Read(CCmdCore* object);
+    /// Object transfer: runs the object's own Read with this reader. Inline: a call on a reader
+    /// of this very class goes straight to the object's Read.
+    virtual void Read(CCmdCore* object) { object->Read(*this); }
 
     cmddata::Result Read(char* value) { return Read(static_cast<void*>(value), 1); }
     cmddata::Result Read(std::int16_t* value) { return Read(static_cast<void*>(value), 2); }
@@ -137,8 +138,8 @@ public:
     /// Raw transfer of count bytes from source. A null source or count below 1 returns
     /// kBadArgument without storing it: the last error keeps its previous value.
     virtual cmddata::Result Write(const void* source, std::int32_t count);
-    /// Object transfer: runs the object's own Write with this writer.
-    virtual void Write(CCmdCore* object);
+    /// Object transfer: runs the object's own Write with this writer (inline, as the reader's).
+    virtual void Write(CCmdCore* object) { object->Write(*this); }
 
     cmddata::Result Write(char value) { return Write(&value, 1); }
     cmddata::Result Write(std::int16_t value) { return Write(&value, 2); }
