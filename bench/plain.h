@@ -100,10 +100,17 @@ struct FrzFrmList {
 };
 
 // ---- hand-written codec ------------------------------------------------------------------------
-// One bound check and one memcpy per field, nothing else: the copy limit. With Compare the
-// region is re-read by one memcmp per field, behind the same compiler barrier the library uses.
+// One bound check and one memcpy per field, nothing else: the copy limit. With Compare both
+// sides are read again and compared after each copy, the way the library does it: a number by
+// two volatile loads, a run of bytes by one memcmp behind a compiler barrier.
 
 inline void Barrier() { __asm__ __volatile__("" ::: "memory"); }
+
+template <class T>
+T LoadAgain(const void* p) {
+    typedef T Unaligned __attribute__((aligned(1), may_alias));
+    return *static_cast<const volatile Unaligned*>(p);
+}
 
 template <bool Compare>
 struct Out {
@@ -124,7 +131,13 @@ struct Out {
     }
     template <class T>
     void Scalar(const T& v) {
-        Put(&v, sizeof v);
+        if (static_cast<std::size_t>(end - pos) < sizeof v) {
+            ok = false;
+            return;
+        }
+        std::memcpy(pos, &v, sizeof v);
+        if (Compare && LoadAgain<T>(pos) != LoadAgain<T>(&v)) ok = false;
+        pos += sizeof v;
     }
 };
 
@@ -149,7 +162,13 @@ struct In {
     }
     template <class T>
     void Scalar(T& v) {
-        Get(&v, sizeof v);
+        if (Left() < sizeof v) {
+            ok = false;
+            return;
+        }
+        std::memcpy(&v, pos, sizeof v);
+        if (Compare && LoadAgain<T>(&v) != LoadAgain<T>(pos)) ok = false;
+        pos += sizeof v;
     }
 };
 
