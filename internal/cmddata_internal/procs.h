@@ -129,7 +129,7 @@ CMDDATA_ALWAYS_INLINE void WritePrefix(CCmdCore& self, X& x) {
 // CCmdString's reading: prefix, count, bytes. The block held before is let go only when a new
 // one replaces it; a count larger than the bytes left is not allocated for.
 template <class X>
-void ReadText(CCmdString& s, X& x) {
+CMDDATA_ALWAYS_INLINE void ReadText(CCmdString& s, X& x) {
     ReadPrefix(s, x);
     std::uint16_t& length = Access::TextLength(s);
     x.template Fixed<2>(&length);  // a transfer that moves nothing leaves the old length
@@ -148,7 +148,7 @@ void ReadText(CCmdString& s, X& x) {
     x.Bytes(into, length);
 }
 template <class X>
-void WriteText(CCmdString& s, X& x) {
+CMDDATA_ALWAYS_INLINE void WriteText(CCmdString& s, X& x) {
     WritePrefix(s, x);
     std::uint16_t& length = Access::TextLength(s);
     x.template Fixed<2>(&length);
@@ -159,7 +159,7 @@ void WriteText(CCmdString& s, X& x) {
 // CCmdBuffer's reading: prefix, count, bytes. The old bytes go; their block is written over when
 // nobody shares it and the new bytes fit.
 template <class X>
-void ReadBytes(CCmdBuffer& b, X& x) {
+CMDDATA_ALWAYS_INLINE void ReadBytes(CCmdBuffer& b, X& x) {
     ReadPrefix(b, x);
     SharedBlock& block = Access::Block(b);
     std::uint32_t& size = Access::ByteCount(b);
@@ -181,7 +181,7 @@ void ReadBytes(CCmdBuffer& b, X& x) {
         std::memset(data, 0, size);
 }
 template <class X>
-void WriteBytes(CCmdBuffer& b, X& x) {
+CMDDATA_ALWAYS_INLINE void WriteBytes(CCmdBuffer& b, X& x) {
     WritePrefix(b, x);
     std::uint32_t& size = Access::ByteCount(b);
     x.template Fixed<4>(&size);
@@ -405,8 +405,8 @@ public:
     static bool Since(const CCmdCore& self, std::uint16_t v) { return self.GetVersion() >= v; }
 
     template <WireType W, class V>
-    void Scalar(const char*, V& v, V) {
-        With([&v](auto& x) { x.template Fixed<sizeof(V)>(&v); });
+    CMDDATA_ALWAYS_INLINE void Scalar(const char*, V& v, V) {
+        With([&v](auto& x) CMDDATA_ALWAYS_INLINE_LAMBDA { x.template Fixed<sizeof(V)>(&v); });
     }
     template <class T>
     void Unsent(const char*, T&) {}
@@ -736,14 +736,14 @@ public:
     using Base::Base;
     static constexpr bool Reading() { return true; }
 
-    void Prefix(CCmdCore& self) {
-        With([&](auto& x) { detail::ReadPrefix(self, x); });
+    CMDDATA_ALWAYS_INLINE void Prefix(CCmdCore& self) {
+        With([&](auto& x) CMDDATA_ALWAYS_INLINE_LAMBDA { detail::ReadPrefix(self, x); });
     }
-    void String(const char*, CCmdString& s) {
-        With([&](auto& x) { detail::ReadText(s, x); });
+    CMDDATA_ALWAYS_INLINE void String(const char*, CCmdString& s) {
+        With([&](auto& x) CMDDATA_ALWAYS_INLINE_LAMBDA { detail::ReadText(s, x); });
     }
-    void Buffer(const char*, CCmdBuffer& b) {
-        With([&](auto& x) { detail::ReadBytes(b, x); });
+    CMDDATA_ALWAYS_INLINE void Buffer(const char*, CCmdBuffer& b) {
+        With([&](auto& x) CMDDATA_ALWAYS_INLINE_LAMBDA { detail::ReadBytes(b, x); });
     }
     /// A u32 count, then count bytes the object does not keep: read and dropped.
     void Dropped(const char*, const char*, std::uint32_t& count) {
@@ -810,14 +810,14 @@ public:
     using Base::Base;
     static constexpr bool Reading() { return false; }
 
-    void Prefix(CCmdCore& self) {
-        With([&](auto& x) { detail::WritePrefix(self, x); });
+    CMDDATA_ALWAYS_INLINE void Prefix(CCmdCore& self) {
+        With([&](auto& x) CMDDATA_ALWAYS_INLINE_LAMBDA { detail::WritePrefix(self, x); });
     }
-    void String(const char*, CCmdString& s) {
-        With([&](auto& x) { detail::WriteText(s, x); });
+    CMDDATA_ALWAYS_INLINE void String(const char*, CCmdString& s) {
+        With([&](auto& x) CMDDATA_ALWAYS_INLINE_LAMBDA { detail::WriteText(s, x); });
     }
-    void Buffer(const char*, CCmdBuffer& b) {
-        With([&](auto& x) { detail::WriteBytes(b, x); });
+    CMDDATA_ALWAYS_INLINE void Buffer(const char*, CCmdBuffer& b) {
+        With([&](auto& x) CMDDATA_ALWAYS_INLINE_LAMBDA { detail::WriteBytes(b, x); });
     }
     /// A u32 count, then count zero bytes.
     void Dropped(const char*, const char*, std::uint32_t& count) {

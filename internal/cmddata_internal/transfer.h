@@ -7,6 +7,9 @@
 
 #include "cmddata/core/core.h"
 
+// CMDDATA_ALWAYS_INLINE (export.h) for a lambda, written after its parameters.
+#define CMDDATA_ALWAYS_INLINE_LAMBDA __attribute__((always_inline))
+
 namespace cmddata {
 namespace detail {
 
@@ -132,12 +135,11 @@ struct Cursor {
     }
 };
 
-// Steps 2 to 6 of a transfer of count (>= 1) bytes; fromRegion says which way the bytes go.
-inline Result Transfer(Cursor& c, void* object, std::uint32_t count, bool fromRegion) {
-    if (c.pos == nullptr) return c.last = result::kNotAttached;
-    if (count > c.Left()) return c.last = result::kPastEnd;
-    unsigned char* const obj = static_cast<unsigned char*>(object);
-    unsigned char* const at = c.pos;
+// Steps 4 and 5 of a transfer of count (>= 1) bytes at `at`; fromRegion says which way the bytes
+// go. Out of line (it is long), and over values only: the caller's cursor never has its address
+// taken, so that it stays in registers around it.
+[[gnu::noinline]] inline Result CopyCompare(unsigned char* at, unsigned char* obj,
+                                            std::uint32_t count, bool fromRegion) {
     bool same;
     if (count <= kShortRun) {
         if (fromRegion)
@@ -154,8 +156,17 @@ inline Result Transfer(Cursor& c, void* object, std::uint32_t count, bool fromRe
         Reload();
         same = std::memcmp(obj, at, count) == 0;
     }
+    return same ? result::kOk : result::kVerifyFailed;
+}
+
+// Steps 2 to 6 of a transfer of count (>= 1) bytes.
+CMDDATA_ALWAYS_INLINE Result Transfer(Cursor& c, void* object, std::uint32_t count,
+                                      bool fromRegion) {
+    if (c.pos == nullptr) return c.last = result::kNotAttached;
+    if (count > c.Left()) return c.last = result::kPastEnd;
+    unsigned char* const at = c.pos;
     c.pos = at + count;
-    return c.last = same ? result::kOk : result::kVerifyFailed;
+    return c.last = CopyCompare(at, static_cast<unsigned char*>(object), count, fromRegion);
 }
 
 // One word read again for the compare, through a volatile access so that the compiler cannot
