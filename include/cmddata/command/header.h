@@ -23,7 +23,8 @@ public:
 
 protected:
     CCmdHeaderWords() = default;
-    /// Inline, with the two below: a message made for each exchange costs no calls to make and end.
+    /// Inline, as CCmdBase's constructor and destructor: a message made for each exchange costs
+    /// no calls to make and end.
     explicit CCmdHeaderWords(std::uint32_t cmdId)
         : cmdId_(cmdId), threadId_(cmddata::platform::CurrentThreadId()) {}
     void ClearStatus() { status_[0] = status_[1] = status_[2] = status_[3] = 0; }
