@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #include "cmddata/core/core.h"
 
@@ -173,27 +174,15 @@ CMDDATA_ALWAYS_INLINE Result Transfer(Cursor& c, void* object, std::uint32_t cou
 // take the value it just copied instead. Unlike a memory barrier it pins nothing else: the
 // processor's cursor and the object's other fields stay in registers.
 template <std::uint32_t N>
-struct WordOf;
-template <>
-struct WordOf<1> {
-    using Type = std::uint8_t;
-};
-template <>
-struct WordOf<2> {
-    using Type = std::uint16_t;
-};
-template <>
-struct WordOf<4> {
-    using Type = std::uint32_t;
-};
-template <>
-struct WordOf<8> {
-    using Type = std::uint64_t;
-};
+using WordOf = std::conditional_t<
+    N == 1, std::uint8_t,
+    std::conditional_t<N == 2, std::uint16_t,
+                       std::conditional_t<N == 4, std::uint32_t, std::uint64_t>>>;
 template <std::uint32_t N>
-CMDDATA_ALWAYS_INLINE typename WordOf<N>::Type LoadAgain(const void* at) {
+CMDDATA_ALWAYS_INLINE WordOf<N> LoadAgain(const void* at) {
+    static_assert(N == 1 || N == 2 || N == 4 || N == 8, "a number is 1, 2, 4 or 8 bytes");
     // A field may sit at any byte, and under any type.
-    typedef typename WordOf<N>::Type Unaligned __attribute__((aligned(1), may_alias));
+    typedef WordOf<N> Unaligned __attribute__((aligned(1), may_alias));
     return *static_cast<const volatile Unaligned*>(at);
 }
 
@@ -201,18 +190,13 @@ CMDDATA_ALWAYS_INLINE typename WordOf<N>::Type LoadAgain(const void* at) {
 // again and compared (the object's too: it may itself lie in shared memory).
 template <std::uint32_t N>
 CMDDATA_ALWAYS_INLINE Result TransferFixed(Cursor& c, void* object, bool fromRegion) {
-    using W = typename WordOf<N>::Type;
     unsigned char* const at = c.pos;
     if (at == nullptr) return c.last = result::kNotAttached;
     if (N > c.Left()) return c.last = result::kPastEnd;
-    W value;
-    if (fromRegion) {
-        std::memcpy(&value, at, N);
-        std::memcpy(object, &value, N);
-    } else {
-        std::memcpy(&value, object, N);
-        std::memcpy(at, &value, N);
-    }
+    if (fromRegion)
+        std::memcpy(object, at, N);
+    else
+        std::memcpy(at, object, N);
     // Equal is the usual outcome: said so, the compiler keeps it on the straight path (otherwise
     // it lays it out of line, two jumps per item in a list's loop).
     const bool same = __builtin_expect(LoadAgain<N>(object) == LoadAgain<N>(at), 1);
