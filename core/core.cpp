@@ -29,16 +29,6 @@ void CCmdStreamBase::Attach(cmddata::platform::MappingHandle mapping, std::uint3
     AttachView(view, viewSize < size ? static_cast<std::uint32_t>(viewSize) : size);
 }
 
-void CCmdStreamBase::AttachView(void* view, std::uint32_t size) {
-    // Two 8-byte stores, not one 16-byte store of both: a transfer that follows loads them one by
-    // one, and a load of the upper half of a wider store waits for it to reach the cache (some
-    // processors forward only from the store's first byte).
-    position_ = static_cast<unsigned char*>(view);
-    size_ = size;
-    cmddata::detail::Reload();
-    base_ = position_;
-}
-
 Result CCmdReader::Read(void* destination, std::int32_t count) {
     return cmddata::detail::OnStream(
         *this, [&](auto& c) { return cmddata::detail::ReadRaw(c, destination, count); });
