@@ -21,13 +21,13 @@ class CCmdWriter;
 
 namespace cmddata {
 namespace detail {
-/// True when the stream is exactly CCmdReader / CCmdWriter, not a class of the caller's own. The
-/// type_info addresses decide at once in the usual case; the full comparison (a name compare
-/// where type_info objects are not merged) runs only when they differ.
+/// True when the stream is known at once to be exactly CCmdReader / CCmdWriter, not a class of
+/// the caller's own: its type_info is the library's own object. Where type_info objects are not
+/// merged this may say false for the class itself; the caller then takes the path through the
+/// virtual raw transfer, which gives the same results, only slower. No name compare is made.
 template <class Stream>
 inline bool IsPlain(const Stream& s) {
-    const std::type_info& t = typeid(s);
-    return &t == &typeid(Stream) || t == typeid(Stream);
+    return &typeid(s) == &typeid(Stream);
 }
 }  // namespace detail
 }  // namespace cmddata
