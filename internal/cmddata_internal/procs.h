@@ -874,7 +874,7 @@ public:
 /// Runs fields(p) with the read or write processor the stream calls for: the direct one for a
 /// CCmdReader / CCmdWriter itself, else the one through the stream's own raw transfer. The second
 /// is a function of its own, out of the way: with it inline, the usual path saved and restored
-/// the registers the virtual calls need, which costs a small message a fifth of its read.
+/// the registers the virtual calls need, about a seventh of a 20-byte header's read.
 template <class Via, class Stream, class F>
 [[gnu::noinline, gnu::cold]] void RunVia(Stream& stream, F& fields) {
     Via p(stream);
