@@ -21,13 +21,14 @@ class CCmdWriter;
 
 namespace cmddata {
 namespace detail {
-/// True when the stream is known at once to be exactly CCmdReader / CCmdWriter, not a class of
-/// the caller's own: its type_info is the library's own object. Where type_info objects are not
-/// merged this may say false for the class itself; the caller then takes the path through the
-/// virtual raw transfer, which gives the same results, only slower. No name compare is made.
+/// True when the stream is exactly CCmdReader / CCmdWriter, not a class of the caller's own. The
+/// type_info addresses decide at once in the usual case; the full comparison (a name compare
+/// where type_info objects are not merged: a program linked to the DLL has its own copy of the
+/// stream's vtable and type_info) runs only when they differ.
 template <class Stream>
 inline bool IsPlain(const Stream& s) {
-    return &typeid(s) == &typeid(Stream);
+    const std::type_info& t = typeid(s);
+    return &t == &typeid(Stream) || t == typeid(Stream);
 }
 }  // namespace detail
 }  // namespace cmddata
