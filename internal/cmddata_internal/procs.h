@@ -888,23 +888,22 @@ template <class Direct, class Via, class Stream, class F>
         fields(p);
     }
 }
-template <class F>
-CMDDATA_ALWAYS_INLINE void RunStream(CCmdReader& reader, F&& fields) {
-    if (__builtin_expect(&typeid(reader) == &typeid(CCmdReader), true)) {
-        ReadProc p(reader);
+template <class Direct, class Via, class Stream, class F>
+CMDDATA_ALWAYS_INLINE void RunWith(Stream& stream, F& fields) {
+    if (__builtin_expect(detail::IsPlainAtOnce(stream), true)) {
+        Direct p(stream);
         fields(p);
     } else {
-        RunOther<ReadProc, ReadViaProc>(reader, fields);
+        RunOther<Direct, Via>(stream, fields);
     }
 }
 template <class F>
+CMDDATA_ALWAYS_INLINE void RunStream(CCmdReader& reader, F&& fields) {
+    RunWith<ReadProc, ReadViaProc>(reader, fields);
+}
+template <class F>
 CMDDATA_ALWAYS_INLINE void RunStream(CCmdWriter& writer, F&& fields) {
-    if (__builtin_expect(&typeid(writer) == &typeid(CCmdWriter), true)) {
-        WriteProc p(writer);
-        fields(p);
-    } else {
-        RunOther<WriteProc, WriteViaProc>(writer, fields);
-    }
+    RunWith<WriteProc, WriteViaProc>(writer, fields);
 }
 
 /// Empties every field: scalars to their empty value, texts, buffers, lists and records through

@@ -40,7 +40,9 @@ struct Access {
 };
 
 // Makes the compiler assume any memory may have changed: the compare after the copy must really
-// re-read both sides, since another process may be writing the region at the same time.
+// re-read both sides, since another process may be writing the region at the same time. A memory
+// clobber says exactly that; std::atomic_signal_fence (enough for AttachView, which only keeps
+// two stores apart) orders atomics and promises nothing about plain bytes another process writes.
 inline void Reload() { __asm__ __volatile__("" ::: "memory"); }
 
 // Short runs (texts, small buffers) are copied and compared in 8-byte words, the last word

@@ -21,14 +21,18 @@ class CCmdWriter;
 
 namespace cmddata {
 namespace detail {
+/// True when the stream's type_info is the library's own CCmdReader / CCmdWriter: the usual case,
+/// decided by one address compare. False proves nothing (see IsPlain).
+template <class Stream>
+inline bool IsPlainAtOnce(const Stream& s) {
+    return &typeid(s) == &typeid(Stream);
+}
 /// True when the stream is exactly CCmdReader / CCmdWriter, not a class of the caller's own. The
-/// type_info addresses decide at once in the usual case; the full comparison (a name compare
-/// where type_info objects are not merged: a program linked to the DLL has its own copy of the
-/// stream's vtable and type_info) runs only when they differ.
+/// full comparison (a name compare where type_info objects are not merged: a program linked to the
+/// DLL has its own copy of the stream's vtable and type_info) runs only when the addresses differ.
 template <class Stream>
 inline bool IsPlain(const Stream& s) {
-    const std::type_info& t = typeid(s);
-    return &t == &typeid(Stream) || t == typeid(Stream);
+    return IsPlainAtOnce(s) || typeid(s) == typeid(Stream);
 }
 }  // namespace detail
 }  // namespace cmddata
