@@ -320,21 +320,23 @@ public:
             c.used += run;
             c.handed += run;
             c.count += run;
+            // Each node of the run links to the slot after it, one store per item; the run's
+            // first is linked behind the nodes before it and its last ends the chain afterwards.
+            Node* const first = slot;
             for (Node* const end = slot + renew; slot != end; ++slot) {
-                node = slot;
-                node->next = nullptr;
-                Renewal::Renew(node->item);
-                *link = node;
-                link = &node->next;
-                onItem(node->item);
-                Renewal::Settle(node->item);
+                slot->next = slot + 1;
+                Renewal::Renew(slot->item);
+                onItem(slot->item);
+                Renewal::Settle(slot->item);
             }
             for (Node* const end = slot + (run - renew); slot != end; ++slot) {
-                node = new (slot) Node{nullptr, T()};
-                *link = node;
-                link = &node->next;
-                onItem(node->item);
+                Node* const made = new (slot) Node{slot + 1, T()};
+                onItem(made->item);
             }
+            *link = first;
+            node = slot - 1;
+            node->next = nullptr;
+            link = &node->next;
             i += run;
         }
         if (c.kept < c.handed) c.kept = c.handed;

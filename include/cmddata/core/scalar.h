@@ -1,4 +1,7 @@
 // Bare numbers shaped as objects, so they can be list items: no version prefix on the wire.
+// Their default constructors are written out rather than defaulted: a list makes its items with
+// T(), which fills an object of a defaulted constructor with zeros first and then sets every
+// member again, several stores per item where the list's loop is bound by its stores.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +13,7 @@
 class CMDDATA_API CCmdByteData : public CCmdCore {
 public:
     CMDDATA_FIELDS(CCmdByteData)
-    CCmdByteData() = default;
+    CCmdByteData() {}  // written out: see the note at the top
     std::uint8_t operator=(std::uint8_t value) { return value_ = value; }
     operator std::uint8_t() const { return value_; }
 
@@ -22,7 +25,7 @@ private:
 class CMDDATA_API CCmdWordId : public CCmdCore {
 public:
     CMDDATA_FIELDS(CCmdWordId)
-    CCmdWordId() = default;
+    CCmdWordId() {}  // written out: see the note at the top
     std::uint16_t operator=(std::uint16_t value) { return value_ = value; }
     operator std::uint16_t() const { return value_; }
 
@@ -34,7 +37,7 @@ private:
 class CMDDATA_API CCmdDwordId : public CCmdCore {
 public:
     CMDDATA_FIELDS(CCmdDwordId)
-    CCmdDwordId() = default;
+    CCmdDwordId() {}  // written out: see the note at the top
     std::uint32_t operator=(std::uint32_t value) { return value_ = value; }
     operator std::uint32_t() const { return value_; }
 
@@ -46,7 +49,7 @@ private:
 class CMDDATA_API CCmdDwordData : public CCmdDwordId {
 public:
     CMDDATA_SAME_LAYOUT(CCmdDwordData)
-    CCmdDwordData() = default;
+    CCmdDwordData() {}  // written out: see the note at the top
     std::uint32_t operator=(std::uint32_t value) { return CCmdDwordId::operator=(value); }
 };
 
