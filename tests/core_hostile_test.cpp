@@ -220,6 +220,48 @@ TEST(CoreHostile, TruncatedAtEveryLengthFailsWithoutHarm) {
     }
 }
 
+namespace {
+// Five numbers from first, cut at every length, read into a new list and into a used one.
+template <class T, class V>
+void CheckNumberListCuts(std::uint32_t width, V first) {
+    SCOPED_TRACE(testing::Message() << "items of " << width << " bytes");
+    EXPECT_EQ(cmddata::detail::MinWireSize<T>(), width);
+    CCmdList<T> sample;
+    for (V i = 0; i < 5; ++i) sample.GetAt(sample.AddTail()) = static_cast<V>(first + i);
+    const std::vector<unsigned char> good = Encode(sample);
+    ASSERT_EQ(good.size(), 8u + 5 * width);
+    CCmdList<T> used;
+    used = sample;
+    for (std::size_t cut = 0; cut <= good.size(); ++cut) {
+        const std::vector<unsigned char> part(good.begin(), good.begin() + cut);
+        CCmdList<T> fresh;
+        const cmddata::Result code = Decode(fresh, part);
+        const cmddata::Result again = Decode(used, part);
+        if (cut < good.size()) {
+            EXPECT_NE(code, result::kOk) << "cut at " << cut;
+            EXPECT_NE(again, result::kOk) << "cut at " << cut;
+            EXPECT_EQ(fresh.GetCount(), 0u) << "cut at " << cut;
+            EXPECT_EQ(used.GetCount(), 0u) << "cut at " << cut;
+        } else {
+            EXPECT_EQ(code, result::kOk);
+            EXPECT_EQ(again, result::kOk);
+            EXPECT_EQ(WireHex(fresh), Hex(good.data(), good.size()));
+            // The used list's version is 0 since its first cut prefix (the version rule).
+            EXPECT_EQ(WireHex(used).substr(8), Hex(good.data(), good.size()).substr(8));
+        }
+    }
+}
+}  // namespace
+
+// The items of a list of bare numbers have no bound check each: the count check stands for all
+// of them, so a region that ends anywhere before the last item's last byte reads none.
+TEST(CoreHostile, ListsOfBareNumbersReadOnlyWhenEveryItemFits) {
+    CheckNumberListCuts<CCmdByteData, std::uint8_t>(1, 0xF0);
+    CheckNumberListCuts<CCmdWordId, std::uint16_t>(2, 0xBEEF);
+    CheckNumberListCuts<CCmdDwordId, std::uint32_t>(4, 0xCAFEF00Du);
+    CheckNumberListCuts<CCmdDwordData, std::uint32_t>(4, 7);
+}
+
 TEST(CoreHostile, RandomBytesIntoNestedListsNeverCrash) {
     Assembly sample = Sample();
     const std::vector<unsigned char> good = Encode(sample);

@@ -463,18 +463,23 @@ namespace detail {
 
 // The items of a list whose field lists are in their headers (bare numbers), moved over a cursor
 // local to the list: the compiler keeps it in registers from item to item, where the processor's
-// own cursor would be stored and reloaded around every item's copy.
+// own cursor would be stored and reloaded around every item's copy. A read has no bound check per
+// item: the list reads items only once its count has passed Fits with the class's smallest wire
+// size, and each of these items is one number, always that size, so all of them lie in the region.
 template <bool Reading>
 class InlineRun : public FieldOps<InlineRun<Reading>> {
 public:
-    explicit InlineRun(Cursor& c) : x_{c} {}
+    explicit InlineRun(Cursor& c) : c_(c) {}
     template <WireType W, class V>
     CMDDATA_ALWAYS_INLINE void Scalar(const char*, V& v, V) {
-        x_.template Fixed<sizeof(V)>(&v);
+        if constexpr (Reading)
+            ReadFixedWithin<sizeof(V)>(c_, &v);
+        else
+            WriteFixed<sizeof(V)>(c_, &v);
     }
 
 private:
-    Direct<Reading> x_;
+    Cursor& c_;
 };
 
 template <class L>

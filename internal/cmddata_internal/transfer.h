@@ -2,6 +2,7 @@
 // Library-internal.
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 #include <cstring>
 #include <type_traits>
@@ -190,11 +191,11 @@ CMDDATA_ALWAYS_INLINE WordOf<N> LoadAgain(const void* at) {
 
 // Transfer for a width known when compiling: one load and one store, then both words are read
 // again and compared (the object's too: it may itself lie in shared memory).
+// The copy and compare alone are MoveFixed, for numbers whose bytes are known to lie in the
+// region (ReadFixedWithin).
 template <std::uint32_t N>
-CMDDATA_ALWAYS_INLINE Result TransferFixed(Cursor& c, void* object, bool fromRegion) {
+CMDDATA_ALWAYS_INLINE Result MoveFixed(Cursor& c, void* object, bool fromRegion) {
     unsigned char* const at = c.pos;
-    if (at == nullptr) return c.last = result::kNotAttached;
-    if (N > c.Left()) return c.last = result::kPastEnd;
     if (fromRegion)
         std::memcpy(object, at, N);
     else
@@ -205,10 +206,24 @@ CMDDATA_ALWAYS_INLINE Result TransferFixed(Cursor& c, void* object, bool fromReg
     c.pos = at + N;
     return c.last = same ? result::kOk : result::kVerifyFailed;
 }
+template <std::uint32_t N>
+CMDDATA_ALWAYS_INLINE Result TransferFixed(Cursor& c, void* object, bool fromRegion) {
+    if (c.pos == nullptr) return c.last = result::kNotAttached;
+    if (N > c.Left()) return c.last = result::kPastEnd;
+    return MoveFixed<N>(c, object, fromRegion);
+}
 
 template <std::uint32_t N>
 CMDDATA_ALWAYS_INLINE Result ReadFixed(Cursor& c, void* destination) {
     return TransferFixed<N>(c, destination, true);
+}
+/// ReadFixed for a number the caller has already found in the region: the bound check of the
+/// whole run it belongs to stands for its own (a list's count check, where every item is one
+/// number of that width). The results and the position are those of ReadFixed.
+template <std::uint32_t N>
+CMDDATA_ALWAYS_INLINE Result ReadFixedWithin(Cursor& c, void* destination) {
+    assert(c.pos != nullptr && N <= c.Left());
+    return MoveFixed<N>(c, destination, true);
 }
 template <std::uint32_t N>
 CMDDATA_ALWAYS_INLINE Result WriteFixed(Cursor& c, const void* source) {
