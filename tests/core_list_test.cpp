@@ -235,6 +235,25 @@ TEST(CoreList, NodesStayPutAndTheirMemoryIsUsedAgain) {
     EXPECT_EQ(Values(list), (std::vector<std::uint16_t>{7, 8}));
 }
 
+TEST(CoreList, ANumberListReadAgainMakesItsKeptItemsNew) {
+    // A read keeps a list's numbers in their slots: an item whose version its owner changed comes
+    // back as a new item, and items kept past a shorter read come back right in a longer one.
+    const std::vector<unsigned char> three = {1, 0, 0, 0, 3, 0, 0, 0, 1, 0, 2, 0, 3, 0};
+    CCmdList<CCmdWordId> words;
+    ReadFrom(words, three);
+    CCmdWordId* second = &words.GetAt(1);
+    SetVersion(words.GetAt(1), 9);
+    SetVersion(words.GetAt(2), 9);
+    ReadFrom(words, {1, 0, 0, 0, 2, 0, 0, 0, 5, 0, 6, 0});
+    EXPECT_EQ(Values(words), (std::vector<std::uint16_t>{5, 6}));
+    EXPECT_EQ(words.GetAt(1).GetVersion(), 1);
+    ReadFrom(words, three);
+    EXPECT_EQ(&words.GetAt(1), second);
+    EXPECT_EQ(Values(words), (std::vector<std::uint16_t>{1, 2, 3}));
+    EXPECT_EQ(words.GetAt(2).GetVersion(), 1);
+    EXPECT_EQ(WireHex(words), Hex(three.data(), three.size()));
+}
+
 TEST(CoreList, ReadingAgainDestroysEveryOldItemAndSparesSharedCopies) {
     // Items with texts: every old text must go (ASan reports a leak otherwise), and a copy that
     // shares the nodes keeps its items while the list reads new ones.

@@ -485,14 +485,28 @@ private:
 template <class L>
 constexpr bool kInlineItems = FieldsInHeader<typename L::ItemType>::value;
 
+// How a list of bare numbers read over an inline run keeps its items from one read to the next: a
+// kept item gets a new one's version and reserved word back, and its number is left to the read,
+// which always writes it (see InlineRun). Two stores where making the item anew takes four. A
+// read of the same list by any other path empties it first (NoRenewal), kept items included.
+template <class T>
+struct NumberRenewal {
+    static constexpr bool kOn = true;
+    static CMDDATA_ALWAYS_INLINE void Renew(T& item) {
+        const T blank;
+        static_cast<CCmdCore&>(item) = static_cast<const CCmdCore&>(blank);
+    }
+    static void Settle(T&) {}
+};
+
 // Hands walk a transfer over the run's own cursor, for the list's prefix and count, and the
 // per-item transfer: the run's cursor takes over from x's before the list and hands back after
 // it. The item is generic, so a list of other items never checks this branch.
 template <bool Reading, class X, class Walk>
-void OverRun(X& x, Walk&& walk) {
+CMDDATA_ALWAYS_INLINE void OverRun(X& x, Walk&& walk) {
     Cursor run = x.c;
     Direct<Reading> rx{run};
-    walk(rx, [&run](auto& item) {
+    walk(rx, [&run](auto& item) CMDDATA_ALWAYS_INLINE_LAMBDA {
         InlineRun<Reading> r(run);
         item.Fields(r);
     });
@@ -714,7 +728,8 @@ struct RecordRenewal {
 };
 
 // How a list read by the library renews its items: texts and buffers as every list does, records
-// through their field lists. Bare numbers hold no memory: they are constructed anew. Outside the
+// through their field lists. Bare numbers read here, where a transfer may leave an item unwritten,
+// are constructed anew (the inline run of a plain reader keeps them: NumberRenewal). Outside the
 // library (a field list of the caller's own) the records' field lists are not at hand: they are
 // constructed too.
 template <class T>
@@ -722,10 +737,14 @@ using ListRenewal =
     std::conditional_t<DefaultRenewal<T>::kOn || FieldsInHeader<T>::value || !kInLibrary,
                        DefaultRenewal<T>, RecordRenewal<T>>;
 
+// A list of bare numbers keeps its items for the read that follows: over an inline run it renews
+// them (NumberRenewal), by any other path it empties the list first.
 template <class L>
 void RenewProc::List(const char*, L& l) {
+    using T = typename L::ItemType;
     Header(l);
-    l.template Retire<ListRenewal<typename L::ItemType>>();
+    l.template Retire<
+        std::conditional_t<FieldsInHeader<T>::value, NumberRenewal<T>, ListRenewal<T>>>();
 }
 
 }  // namespace detail
@@ -774,9 +793,9 @@ public:
         With([&](auto& x) {
             using X = std::remove_reference_t<decltype(x)>;
             if constexpr (detail::kInlineItems<L> && std::is_same_v<X, detail::DirectReader>) {
-                detail::OverRun<true>(x, [&](X& rx, auto&& each) {
+                detail::OverRun<true>(x, [&](X& rx, auto&& each) CMDDATA_ALWAYS_INLINE_LAMBDA {
                     detail::ListIn<X> in{rx};
-                    l.ReadThrough(
+                    l.template ReadRenewing<detail::NumberRenewal<typename L::ItemType>>(
                         in, [](std::uint32_t, bool) {}, each);
                 });
             } else {
