@@ -466,6 +466,7 @@ namespace detail {
 // own cursor would be stored and reloaded around every item's copy. A read has no bound check per
 // item: the list reads items only once its count has passed Fits with the class's smallest wire
 // size, and each of these items is one number, always that size, so all of them lie in the region.
+// A write keeps its checks: nothing has measured the room left for the list's items.
 template <bool Reading>
 class InlineRun : public FieldOps<InlineRun<Reading>> {
 public:
@@ -487,8 +488,9 @@ constexpr bool kInlineItems = FieldsInHeader<typename L::ItemType>::value;
 
 // How a list of bare numbers read over an inline run keeps its items from one read to the next: a
 // kept item gets a new one's version and reserved word back, and its number is left to the read,
-// which always writes it (see InlineRun). Two stores where making the item anew takes four. A
-// read of the same list by any other path empties it first (NoRenewal), kept items included.
+// which always writes it (see InlineRun). One store (the two words) where making the item anew
+// takes three (vtable pointer, words, a zero number). A read of the same list by any other path
+// empties it first (NoRenewal), kept items included.
 template <class T>
 struct NumberRenewal {
     static constexpr bool kOn = true;

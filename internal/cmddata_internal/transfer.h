@@ -189,10 +189,8 @@ CMDDATA_ALWAYS_INLINE WordOf<N> LoadAgain(const void* at) {
     return *static_cast<const volatile Unaligned*>(at);
 }
 
-// Transfer for a width known when compiling: one load and one store, then both words are read
-// again and compared (the object's too: it may itself lie in shared memory).
-// The copy and compare alone are MoveFixed, for numbers whose bytes are known to lie in the
-// region (ReadFixedWithin).
+// The copy and compare of a number of a width known when compiling: one load and one store, then
+// both words are read again and compared (the object's too: it may itself lie in shared memory).
 template <std::uint32_t N>
 CMDDATA_ALWAYS_INLINE Result MoveFixed(Cursor& c, void* object, bool fromRegion) {
     unsigned char* const at = c.pos;
@@ -206,6 +204,7 @@ CMDDATA_ALWAYS_INLINE Result MoveFixed(Cursor& c, void* object, bool fromRegion)
     c.pos = at + N;
     return c.last = same ? result::kOk : result::kVerifyFailed;
 }
+// The same behind a transfer's own checks: a stream attached, and room left for the number.
 template <std::uint32_t N>
 CMDDATA_ALWAYS_INLINE Result TransferFixed(Cursor& c, void* object, bool fromRegion) {
     if (c.pos == nullptr) return c.last = result::kNotAttached;
