@@ -139,9 +139,9 @@ struct Cursor {
     }
 };
 
-// Steps 4 and 5 of a transfer of count (>= 1) bytes at `at`; fromRegion says which way the bytes
-// go. Out of line (it is long), and over values only: the caller's cursor never has its address
-// taken, so that it stays in registers around it.
+// The copy and the compare of a transfer of count (>= 1) bytes at `at`; fromRegion says which
+// way the bytes go. Out of line (it is long), and over values only: the caller's cursor never
+// has its address taken, so that it stays in registers around it.
 [[gnu::noinline]] inline Result CopyCompare(unsigned char* at, unsigned char* obj,
                                             std::uint32_t count, bool fromRegion) {
     bool same;
@@ -163,7 +163,8 @@ struct Cursor {
     return same ? result::kOk : result::kVerifyFailed;
 }
 
-// Steps 2 to 6 of a transfer of count (>= 1) bytes.
+// A transfer of count (>= 1) bytes once its arguments are checked: a stream attached, room left,
+// copy and compare, the position moved on, the result stored.
 CMDDATA_ALWAYS_INLINE Result Transfer(Cursor& c, void* object, std::uint32_t count,
                                       bool fromRegion) {
     if (c.pos == nullptr) return c.last = result::kNotAttached;
