@@ -176,6 +176,74 @@ TEST(CoreList, ChangingASharedCopyLeavesTheOtherIntact) {
     EXPECT_NE(&assigned.GetAt(0), &source.GetAt(0));
 }
 
+// Appends and removals in any mix keep the list in step with a vector: indexes, visits, the
+// wire form, copies and assignment, and every item destroyed once.
+TEST(CoreList, RemovalsAndAppendsKeepTheOrder) {
+    CCmdList<CCmdWordId> list;
+    std::vector<std::uint16_t> model;
+    auto wireOf = [](const std::vector<std::uint16_t>& values) {
+        CCmdList<CCmdWordId> built;
+        for (std::uint16_t v : values) built.GetAt(built.AddTail()) = v;
+        return WireHex(built);
+    };
+    for (std::uint16_t v = 0; v < 100; ++v) {  // across several chunks before any removal
+        list.GetAt(list.AddTail()) = v;
+        model.push_back(v);
+    }
+    for (std::uint32_t i = 0; i < model.size(); ++i) ASSERT_EQ(list.GetAt(i), model[i]) << i;
+    std::uint32_t seed = 7;
+    auto next = [&seed] {
+        seed = seed * 1103515245u + 12345u;
+        return seed >> 8;
+    };
+    for (std::uint16_t round = 100; round < 700; ++round) {
+        if (model.empty() || next() % 3 == 0) {
+            list.GetAt(list.AddTail()) = round;
+            model.push_back(round);
+        } else {
+            const std::uint32_t at = next() % static_cast<std::uint32_t>(model.size());
+            ASSERT_TRUE(list.RemoveAt(at));
+            model.erase(model.begin() + at);
+        }
+        ASSERT_EQ(list.GetCount(), model.size());
+        if (!model.empty()) {
+            const std::uint32_t at = next() % static_cast<std::uint32_t>(model.size());
+            ASSERT_EQ(list.GetAt(at), model[at]) << round;
+        }
+    }
+    for (int i = 0; i < 20; ++i) {  // and back up, through the slots removed
+        list.GetAt(list.AddTail()) = static_cast<std::uint16_t>(1000 + i);
+        model.push_back(static_cast<std::uint16_t>(1000 + i));
+    }
+    EXPECT_EQ(Values(list), model);
+    EXPECT_EQ(WireHex(list), wireOf(model));
+
+    CCmdList<CCmdWordId> copy(list);  // shares the reordered items, then takes its own
+    copy.GetAt(copy.AddTail()) = 9;
+    CCmdList<CCmdWordId> assigned;
+    assigned = list;
+    EXPECT_EQ(Values(list), model);
+    EXPECT_EQ(Values(assigned), model);
+    model.push_back(9);
+    EXPECT_EQ(Values(copy), model);
+
+    const int before = Tracked::alive;
+    {
+        CCmdList<Tracked> tracked;
+        for (int i = 0; i < 10; ++i) tracked.AddTail();
+        ASSERT_TRUE(tracked.RemoveAt(3));
+        ASSERT_TRUE(tracked.RemoveAt(0));
+        tracked.AddTail();
+        EXPECT_EQ(Tracked::alive - before, 9);
+        tracked.RemoveAll();  // the removed slots hold no item to destroy again
+        EXPECT_EQ(Tracked::alive, before);
+        for (int i = 0; i < 6; ++i) tracked.AddTail();
+        ASSERT_TRUE(tracked.RemoveAt(5));
+        EXPECT_EQ(Tracked::alive - before, 5);
+    }
+    EXPECT_EQ(Tracked::alive, before);
+}
+
 // Reading must be linear in the count; a walk from the head per item would take minutes here.
 TEST(CoreList, HundredThousandItemsRoundTrip) {
     const std::uint32_t n = 100000;

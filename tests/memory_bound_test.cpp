@@ -59,7 +59,7 @@ using testing_cmddata::Region;
 // The bound this test holds every read to (README, "Memory a read may take"). The worst is a list
 // of trouble codes: an item is 29 bytes on the wire at version 0 but a whole record in memory,
 // three freeze frames included (3.5 KB on a 64-bit system: 122 bytes per byte read). Next come
-// byte lists: one node of 24 bytes (a 32-byte heap chunk) per byte.
+// byte lists: one item of 16 bytes per byte, in a chunk of items sized to the count.
 constexpr std::uint64_t kPerByte = 128;
 constexpr std::uint64_t kConstant = 4096;  // measured: 0
 

@@ -1,4 +1,4 @@
-// CCmdList<T>: the one container: an owned singly linked list of records of one class.
+// CCmdList<T>: the one container: an owned ordered list of records of one class.
 #pragma once
 
 #include <atomic>
@@ -103,18 +103,21 @@ struct HasListCodec<
 
 /// An ordered list of owned T records: version prefix, u32 count, then each item's own form.
 ///
-/// The nodes live in chunks that the list owns, so appending rarely allocates and an item's
+/// The items live in chunks that the list owns, so appending rarely allocates and an item's
 /// address stays put until it is removed (GetAt hands out references). Emptying the list keeps
 /// its chunks, as a vector keeps its capacity, up to kKeptBytes; a read keeps what its count
 /// needs and lets go of chunks beyond twice that, so one huge message does not pin its memory.
+/// Until an item is removed the items are the chunks' slots in order, and an item takes no more
+/// memory than itself; the first removal lists them in an array of pointers, which the list
+/// keeps until it is emptied, and the slots removed are used again by the next appends.
 ///
 /// A read into the list keeps the items it held, where their class allows it, and makes them new
 /// again for the items it reads (see NoRenewal), so that their texts, buffers and lists need no
 /// new memory; items held beyond the count read are kept for the next read, within the chunks a
 /// read keeps. Emptying the list otherwise (RemoveAll, assignment) destroys its items.
 ///
-/// Copy construction shares the source's nodes (right after a copy both lists hold the very same
-/// items). The nodes are reference-counted as one chain, so either list may be destroyed or
+/// Copy construction shares the source's items (right after a copy both lists hold the very same
+/// items). The items are reference-counted as one chain, so either list may be destroyed or
 /// emptied first; a list that changes its shared chain (AddTail, RemoveAt) first takes a copy of
 /// it for itself, leaving the other list as it was. Assignment copies deeply.
 ///
@@ -124,37 +127,37 @@ struct HasListCodec<
 /// count items are created and read even after a transfer has failed.
 template <class T>
 class CCmdList : public CCmdCore {
-    struct Node {
-        Node* next;
-        T item;
-    };
-    // A run of node slots, handed out front to back.
+    // A run of item slots behind its head, handed out front to back.
     struct Chunk {
         Chunk* next;
         std::uint32_t slots;
     };
     static constexpr std::size_t kChunkHead =
-        (sizeof(Chunk) + alignof(Node) - 1) / alignof(Node) * alignof(Node);
-    static_assert(alignof(Node) <= __STDCPP_DEFAULT_NEW_ALIGNMENT__, "nodes need no more");
+        (sizeof(Chunk) + alignof(T) - 1) / alignof(T) * alignof(T);
+    static_assert(alignof(T) <= __STDCPP_DEFAULT_NEW_ALIGNMENT__, "items need no more");
+    // A slot given back by RemoveAt holds the link to the next one given back.
+    static_assert(sizeof(T) >= sizeof(void*) && alignof(T) >= alignof(void*), "room for a link");
+    // A slot holds a T and never a class derived from it: items are destroyed by T::~T(), with
+    // no virtual call.
     struct Chain {
         std::atomic<std::uint32_t> refs;
-        Node* head;
-        Node* tail;
         std::uint32_t count;
         Chunk* chunks;         // every chunk, in the order they are filled
-        Chunk* fill;           // the chunk new nodes come from (those before it are full)
+        Chunk* fill;           // the chunk new items come from (those before it are full)
         std::uint32_t used;    // slots of fill handed out
         std::uint32_t slots;   // slots in all chunks
         std::uint32_t handed;  // slots handed out from chunks since the list was last emptied
-        Node* spare;           // slots given back by RemoveAt, linked through next
-        bool ordered;          // the nodes are the slots handed out, in order: no removal since
-                               // the list was last emptied
         std::uint32_t kept;    // slots from the first on that hold a constructed item; those at
                                // or past handed are kept by a read for the next one to renew
+        bool ordered;          // the items are the slots handed out, in order: no removal since
+                               // the list was last emptied
+        T** order;             // once not ordered: the items in order, room entries
+        std::uint32_t room;
+        void* spare;  // slots given back by RemoveAt, each holding a link to the next
     };
 
 public:
-    /// Node memory an emptied list keeps for its next items.
+    /// Item memory an emptied list keeps for its next items.
     static constexpr std::size_t kKeptBytes = 64 * 1024;
 
     CCmdList() = default;
@@ -168,84 +171,62 @@ public:
     void operator=(const CCmdList& source) {
         if (&source == this) return;
         Chain* keep = source.chain_;  // source may share our chain; hold it while we let go
-        if (keep != nullptr) keep->refs.fetch_add(1, std::memory_order_relaxed);
+        if (keep == nullptr) return Empty(kKeptBytes);
+        keep->refs.fetch_add(1, std::memory_order_relaxed);
         Empty(kKeptBytes);
-        for (Node* n = keep != nullptr ? keep->head : nullptr; n != nullptr; n = n->next) {
-            Node* copy = Append();
-            if (copy == nullptr) break;
-            copy->item = n->item;
-        }
+        bool room = true;  // out of memory: the items copied so far stay
+        EachItem(*keep, [&](const T& item) {
+            T* copy = room ? Append() : nullptr;
+            if (copy != nullptr) *copy = item;
+            room = copy != nullptr;
+        });
         ReleaseChain(keep);
     }
 
     /// Appends a default T; returns its index.
-    std::uint32_t AddTail() {
-        Node* node = Append();
-        return node != nullptr ? chain_->count - 1 : 0;
-    }
+    std::uint32_t AddTail() { return Append() != nullptr ? chain_->count - 1 : 0; }
     /// Appends a copy of item (T's assignment); returns its index.
     std::uint32_t AddTail(const T& item) {
-        Node* node = Append();
-        if (node == nullptr) return 0;
-        node->item = item;
+        T* added = Append();
+        if (added == nullptr) return 0;
+        *added = item;
         return chain_->count - 1;
     }
 
     /// Item index; an index of 0 or past the end yields the first item. On an empty list the
     /// result is a shared default placeholder, not an item: callers check GetCount() first.
     T& GetAt(std::uint32_t index) const {
-        if (chain_ == nullptr || chain_->head == nullptr) return Placeholder();
-        Node* node = chain_->head;
-        if (index < chain_->count)
-            for (std::uint32_t i = 0; i < index; ++i) node = node->next;
-        return node->item;
+        if (chain_ == nullptr || chain_->count == 0) return Placeholder();
+        const Chain& c = *chain_;
+        if (index >= c.count) index = 0;
+        if (!c.ordered) return *c.order[index];
+        Chunk* k = c.chunks;  // a handful of chunks: each at least half the size of those before
+        for (; index >= k->slots; k = k->next) index -= k->slots;
+        return *SlotAt(k, index);
     }
     T& operator[](std::uint32_t index) const { return GetAt(index); }
 
     std::uint32_t GetCount() const { return chain_ != nullptr ? chain_->count : 0; }
     bool IsEmpty() const { return GetCount() == 0; }
 
-    /// Removes item index; false (nothing changed) when index is past the end.
+    /// Removes item index; false (nothing changed) when index is past the end, or when memory is
+    /// short for a copy of a shared list or for the list of the items' order.
     bool RemoveAt(std::uint32_t index) {
-        if (chain_ == nullptr || chain_->head == nullptr || index >= chain_->count) return false;
-        if (!Unshare()) return false;
+        if (chain_ == nullptr || index >= chain_->count) return false;
+        if (!Unshare() || !Unorder()) return false;
         Chain& c = *chain_;
+        T* const victim = c.order[index];
+        for (std::uint32_t i = index + 1; i < c.count; ++i) c.order[i - 1] = c.order[i];
         c.count -= 1;
-        Node* victim = c.head;
-        if (index == 0) {
-            c.head = victim->next;
-            if (c.tail == victim) c.tail = nullptr;
-        } else {
-            Node* before = c.head;
-            for (std::uint32_t i = 1; i < index; ++i) before = before->next;
-            victim = before->next;
-            before->next = victim->next;
-            if (c.tail == victim) c.tail = before;
-        }
-        c.ordered = false;
-        victim->~Node();
-        victim->next = c.spare;  // the slot is used again by the next append
-        c.spare = victim;
+        victim->T::~T();
+        c.spare = new (victim) void*(c.spare);  // the slot is used again by the next append
         return true;
     }
 
     /// Visits each item, head to tail, in linear time.
     template <class F>
     void ForEach(F&& visit) const {
-        if (chain_ == nullptr) return;
-        if (!chain_->ordered) {
-            for (Node* n = chain_->head; n != nullptr; n = n->next) visit(n->item);
-            return;
-        }
-        // Slot after slot, chunk after chunk: the same order without waiting on each next.
-        const Chain& c = *chain_;
-        std::uint32_t left = c.count;
-        for (Chunk* k = c.chunks; k != nullptr && left != 0; k = k->next) {
-            const std::uint32_t run = k->slots < left ? k->slots : left;
-            for (Node *slot = SlotAt(k, 0), *end = slot + run; slot != end; ++slot)
-                visit(slot->item);
-            left -= run;
-        }
+        if (chain_ != nullptr) EachItem(*chain_, visit);
     }
 
     void RemoveAll() override { Empty(kKeptBytes); }
@@ -300,17 +281,14 @@ public:
             return;
         }
         if (count == 0) return;
-        // The nodes are linked as they come from the chunks, with the chain's own fields
-        // brought up to date once at the end: nothing reads them while the items are read.
+        // The emptied list is ordered: its items are the slots handed out, run after run.
         Chain& c = *chain_;
-        Node** link = &c.head;
-        Node* node = nullptr;
         for (std::uint32_t i = 0; i < count;) {
             while (c.used == c.fill->slots) {
                 c.fill = c.fill->next;
                 c.used = 0;
             }
-            Node* slot = SlotAt(c.fill, c.used);
+            T* slot = SlotAt(c.fill, c.used);
             std::uint32_t run = c.fill->slots - c.used;
             if (run > count - i) run = count - i;
             std::uint32_t renew = 0;  // slots at the front of the run that hold a kept item
@@ -320,27 +298,15 @@ public:
             c.used += run;
             c.handed += run;
             c.count += run;
-            // Each node of the run links to the slot after it, one store per item; the run's
-            // first is linked behind the nodes before it and its last ends the chain afterwards.
-            Node* const first = slot;
-            for (Node* const end = slot + renew; slot != end; ++slot) {
-                slot->next = slot + 1;
-                Renewal::Renew(slot->item);
-                onItem(slot->item);
-                Renewal::Settle(slot->item);
+            for (T* const end = slot + renew; slot != end; ++slot) {
+                Renewal::Renew(*slot);
+                onItem(*slot);
+                Renewal::Settle(*slot);
             }
-            for (Node* const end = slot + (run - renew); slot != end; ++slot) {
-                Node* const made = new (slot) Node{slot + 1, T()};
-                onItem(made->item);
-            }
-            *link = first;
-            node = slot - 1;
-            node->next = nullptr;
-            link = &node->next;
+            for (T* const end = slot + (run - renew); slot != end; ++slot) onItem(*new (slot) T());
             i += run;
         }
         if (c.kept < c.handed) c.kept = c.handed;
-        c.tail = node;
     }
     /// Empties the list as a read into it does: where Renewal can make its items new again,
     /// they stay for the next read to renew; otherwise they are destroyed.
@@ -371,8 +337,23 @@ private:
         static T placeholder;
         return placeholder;
     }
-    static Node* SlotAt(Chunk* chunk, std::uint32_t i) {
-        return reinterpret_cast<Node*>(reinterpret_cast<unsigned char*>(chunk) + kChunkHead) + i;
+    static T* SlotAt(Chunk* chunk, std::uint32_t i) {
+        return reinterpret_cast<T*>(reinterpret_cast<unsigned char*>(chunk) + kChunkHead) + i;
+    }
+    // Calls f on each item, in order: slot after slot, chunk after chunk, while the list is
+    // ordered, and through the order after a removal.
+    template <class F>
+    static void EachItem(const Chain& c, F&& f) {
+        if (!c.ordered) {
+            for (std::uint32_t i = 0; i < c.count; ++i) f(*c.order[i]);
+            return;
+        }
+        std::uint32_t left = c.count;
+        for (Chunk* k = c.chunks; k != nullptr && left != 0; k = k->next) {
+            const std::uint32_t run = k->slots < left ? k->slots : left;
+            for (T *slot = SlotAt(k, 0), *end = slot + run; slot != end; ++slot) f(*slot);
+            left -= run;
+        }
     }
     // Calls f on each slot numbered from to to (slots numbered across the chunks, front to back).
     template <class F>
@@ -386,27 +367,14 @@ private:
     }
     // Destroys the items kept past the list's own.
     static void DropKept(Chain& c) {
-        if (c.kept > c.handed) ForSlots(c, c.handed, c.kept, [](Node* n) { n->~Node(); });
+        if (c.kept > c.handed) ForSlots(c, c.handed, c.kept, [](T* item) { item->T::~T(); });
         c.kept = c.handed;
     }
+    // Destroys every item; the order's memory stays for the next removal.
     static void DestroyItems(Chain& c) {
         DropKept(c);
-        if (c.ordered) {
-            std::uint32_t left = c.count;
-            for (Chunk* k = c.chunks; k != nullptr && left != 0; k = k->next) {
-                const std::uint32_t run = k->slots < left ? k->slots : left;
-                for (Node *slot = SlotAt(k, 0), *end = slot + run; slot != end; ++slot)
-                    slot->~Node();
-                left -= run;
-            }
-        } else {
-            for (Node* n = c.head; n != nullptr;) {
-                Node* next = n->next;
-                n->~Node();
-                n = next;
-            }
-        }
-        c.head = c.tail = c.spare = nullptr;
+        EachItem(c, [](T& item) { item.T::~T(); });
+        c.spare = nullptr;
         c.count = c.handed = c.used = c.kept = 0;
         c.fill = c.chunks;
         c.ordered = true;
@@ -418,8 +386,10 @@ private:
             ::operator delete(k, std::nothrow);
             k = next;
         }
+        ::operator delete(c.order, std::nothrow);
         c.chunks = c.fill = nullptr;
-        c.slots = c.used = 0;
+        c.order = nullptr;
+        c.slots = c.used = c.room = 0;
     }
     static void ReleaseChain(Chain* chain) {
         if (chain == nullptr || chain->refs.fetch_sub(1, std::memory_order_acq_rel) != 1) return;
@@ -437,7 +407,7 @@ private:
         if (chain_ == nullptr) return;
         if (chain_->refs.load(std::memory_order_acquire) != 1) return Drop();
         DestroyItems(*chain_);
-        if (static_cast<std::size_t>(chain_->slots) * sizeof(Node) > keep) FreeChunks(*chain_);
+        if (static_cast<std::size_t>(chain_->slots) * sizeof(T) > keep) FreeChunks(*chain_);
     }
     // Empties the list but keeps its items constructed in their slots, for the next read to make
     // new again; a list whose items are not slot after slot, or that shares them, is emptied.
@@ -447,21 +417,20 @@ private:
         Chain& c = *chain_;
         if (!c.ordered) return Empty(~std::size_t{0});
         if (c.kept < c.handed) c.kept = c.handed;
-        c.head = c.tail = nullptr;
         c.count = c.handed = c.used = 0;
         c.fill = c.chunks;
     }
     bool Own() {
         if (chain_ != nullptr) return Unshare();
         chain_ = new (std::nothrow)
-            Chain{{1}, nullptr, nullptr, 0, nullptr, nullptr, 0, 0, 0, nullptr, true, 0};
+            Chain{{1}, 0, nullptr, nullptr, 0, 0, 0, 0, true, nullptr, 0, nullptr};
         return chain_ != nullptr;
     }
     // Adds a chunk of n slots behind the others.
     bool Grow(std::uint32_t n) {
         Chain& c = *chain_;
-        if (n > (SIZE_MAX - kChunkHead) / sizeof(Node) || n > ~c.slots) return false;
-        void* raw = ::operator new (kChunkHead + std::size_t{n} * sizeof(Node), std::nothrow);
+        if (n > (SIZE_MAX - kChunkHead) / sizeof(T) || n > ~c.slots) return false;
+        void* raw = ::operator new (kChunkHead + std::size_t{n} * sizeof(T), std::nothrow);
         if (raw == nullptr) return false;
         Chunk* chunk = new (raw) Chunk{nullptr, n};
         Chunk** end = &c.chunks;
@@ -486,38 +455,56 @@ private:
         // Growing by at least half of what is held keeps the number of chunks logarithmic.
         return Grow(need > c.slots / 2 ? need : c.slots / 2) || Grow(need);
     }
+    // Makes the order hold n items, keeping those it lists; the list must own its chain.
+    bool Room(std::uint64_t n) {
+        Chain& c = *chain_;
+        if (n <= c.room) return true;
+        std::uint64_t want = std::uint64_t{c.room} * 2 > n ? std::uint64_t{c.room} * 2 : n;
+        if (want < 16) want = 16;
+        if (want > ~std::uint32_t{0}) want = ~std::uint32_t{0};
+        if (n > want || want > SIZE_MAX / sizeof(T*)) return false;
+        void* raw = ::operator new(static_cast<std::size_t>(want) * sizeof(T*), std::nothrow);
+        if (raw == nullptr) return false;
+        T** grown = static_cast<T**>(raw);
+        if (!c.ordered)
+            for (std::uint32_t i = 0; i < c.count; ++i) grown[i] = c.order[i];
+        ::operator delete(c.order, std::nothrow);
+        c.order = grown;
+        c.room = static_cast<std::uint32_t>(want);
+        return true;
+    }
+    // Lists the items in the order before the first removal; the list must own its chain.
+    bool Unorder() {
+        Chain& c = *chain_;
+        if (!c.ordered) return true;
+        if (!Room(c.count)) return false;
+        std::uint32_t i = 0;
+        EachItem(c, [&](T& item) { c.order[i++] = &item; });
+        c.ordered = false;
+        return true;
+    }
     // A slot from the chunks, or null when they are full; the list must own its chain.
-    Node* FreshSlot() {
+    void* FreshSlot() {
         Chain& c = *chain_;
         while (c.fill != nullptr && c.used == c.fill->slots) {
             c.fill = c.fill->next;
             c.used = 0;
         }
         if (c.fill == nullptr) return nullptr;
-        Node* slot = SlotAt(c.fill, c.used++);
-        if (c.handed < c.kept) slot->~Node();  // a kept item: made anew by the caller
+        T* slot = SlotAt(c.fill, c.used++);
+        if (c.handed < c.kept) slot->T::~T();  // a kept item: made anew by the caller
         c.handed += 1;
         if (c.kept < c.handed) c.kept = c.handed;
         return slot;
     }
-    // Constructs a default item in slot and links it behind the tail.
-    Node* Link(Node* slot) {
-        Node* node = new (slot) Node{nullptr, T()};
-        Chain& c = *chain_;
-        if (c.tail != nullptr)
-            c.tail->next = node;
-        else
-            c.head = node;
-        c.tail = node;
-        c.count += 1;
-        return node;
-    }
-    Node* Append() {
+    // Constructs a default item behind the others; null when memory is short.
+    T* Append() {
         if (!Own()) return nullptr;
         Chain& c = *chain_;
-        Node* slot = c.spare;
+        if (!c.ordered && !Room(std::uint64_t{c.count} + 1)) return nullptr;
+        void* slot = c.spare;  // while ordered there is none: the item is the next slot
         if (slot != nullptr) {
-            c.spare = slot->next;
+            c.spare = *std::launder(static_cast<void**>(slot));
         } else {
             slot = FreshSlot();
             if (slot == nullptr) {
@@ -525,9 +512,12 @@ private:
                 slot = FreshSlot();
             }
         }
-        return Link(slot);
+        T* const item = new (slot) T();
+        if (!c.ordered) c.order[c.count] = item;
+        c.count += 1;
+        return item;
     }
-    // Makes the chain this list's own before it changes (copy-on-write of shared nodes).
+    // Makes the chain this list's own before it changes (copy-on-write of shared items).
     bool Unshare() {
         if (chain_ == nullptr || chain_->refs.load(std::memory_order_acquire) == 1) return true;
         Chain* shared = chain_;
@@ -537,7 +527,10 @@ private:
             chain_ = shared;
             return false;
         }
-        for (Node* n = shared->head; n != nullptr; n = n->next) Link(FreshSlot())->item = n->item;
+        EachItem(*shared, [this](const T& item) {
+            *new (FreshSlot()) T() = item;
+            chain_->count += 1;
+        });
         ReleaseChain(shared);
         return true;
     }
@@ -556,7 +549,7 @@ public:
     const char* ItemType() const override { return U::TypeName(); }
     std::uint32_t Count() const override { return l_.GetCount(); }
     CCmdCore& Self() override { return l_; }
-    std::uint32_t ItemBytes() const override { return sizeof(U) + sizeof(void*); }
+    std::uint32_t ItemBytes() const override { return sizeof(U); }
     void Clear() override { l_.RemoveAll(); }
     std::uint32_t Append(std::uint32_t n) override {
         const std::uint32_t before = l_.GetCount();

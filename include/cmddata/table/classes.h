@@ -31,7 +31,7 @@ struct ClassInfo {
     /// A new object built with the version (ignored where the constructor takes none; layouts
     /// get identifier 0); null when memory runs out. Delete it through CCmdCore.
     CCmdCore* (*make)(std::uint16_t version);
-    /// A copy made by the class's copy constructor (shares texts, buffers and list nodes).
+    /// A copy made by the class's copy constructor (shares texts, buffers and list items).
     CCmdCore* (*copy)(const CCmdCore& source);
     /// The class's assignment (a deep copy); both objects must be of this class.
     void (*assign)(CCmdCore& target, const CCmdCore& source);

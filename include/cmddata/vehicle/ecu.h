@@ -88,7 +88,7 @@ public:
 /// the message and goes before the list when it is destroyed.
 ///
 /// A copy gets a lock of its own (never the source's, never a copy of its system object), and
-/// shares the source's list nodes as every copy does; assignment copies the header words, the
+/// shares the source's list items as every copy does; assignment copies the header words, the
 /// list item by item and the words, and leaves both locks as they were.
 class CMDDATA_API CCmdEcuListAnswer : public CCmdBase {
 public:
