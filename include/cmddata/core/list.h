@@ -200,7 +200,7 @@ public:
         const Chain& c = *chain_;
         if (index >= c.count) index = 0;
         if (!c.ordered) return *c.order[index];
-        Chunk* k = c.chunks;  // a handful of chunks: each at least half the size of those before
+        Chunk* k = c.chunks;  // a walk of the few chunks, not of the items before index
         for (; index >= k->slots; k = k->next) index -= k->slots;
         return *SlotAt(k, index);
     }
