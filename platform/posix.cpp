@@ -83,20 +83,19 @@ unsigned char* MapWholeView(MappingHandle mapping, std::size_t* viewSize) {
     return view;
 }
 
-namespace {
 // Every message constructor asks for the thread id; a system call each time would cost more than
-// the message. A forked child's only thread gets a new id, so the child forgets the cached one.
-// Initial-exec: one load beside the thread pointer instead of a call into the loader each time;
-// four bytes fit in the static room glibc keeps for libraries opened later (dlopen, ctypes).
-__attribute__((tls_model("initial-exec"))) thread_local std::uint32_t cachedThreadId = 0;
-void ForgetThreadId() { cachedThreadId = 0; }
+// the message. Four bytes fit in the static room glibc keeps for libraries opened later (dlopen,
+// ctypes), which the initial-exec model needs.
+__thread std::uint32_t detail::cachedThreadId = 0;
+
+namespace {
+void ForgetThreadId() { detail::cachedThreadId = 0; }
 const int kForgetOnFork = pthread_atfork(nullptr, nullptr, &ForgetThreadId);
 }  // namespace
 
-std::uint32_t CurrentThreadId() {
+std::uint32_t detail::FetchThreadId() {
     (void)kForgetOnFork;
-    if (cachedThreadId == 0) cachedThreadId = static_cast<std::uint32_t>(syscall(SYS_gettid));
-    return cachedThreadId;
+    return detail::cachedThreadId = static_cast<std::uint32_t>(syscall(SYS_gettid));
 }
 
 std::size_t WideToAnsi(const std::uint16_t* text, char* out, std::size_t outSize) {

@@ -45,12 +45,6 @@ class SettleProc;
 }  // namespace detail
 }  // namespace cmddata
 
-#if defined(__GNUC__) && !defined(_WIN32)
-#define CMDDATA_LOCAL __attribute__((visibility("hidden")))
-#else
-#define CMDDATA_LOCAL
-#endif
-
 /// Names the class.
 #define CMDDATA_CLASS_NAME(Class) \
     static const char* TypeName() { return #Class; }

@@ -13,6 +13,14 @@
 #define CMDDATA_API __attribute__((visibility("default")))
 #endif
 
+// Left out of the exports though the class is exported: templates that only the library itself
+// instantiates (field lists, the class-list check). A DLL exports only what is marked.
+#if defined(__GNUC__) && !defined(_WIN32)
+#define CMDDATA_LOCAL __attribute__((visibility("hidden")))
+#else
+#define CMDDATA_LOCAL
+#endif
+
 // The calling convention of the C interface: stated for 32-bit Windows, where compilers differ
 // in their default; elsewhere there is only one.
 #if defined(_WIN32) && !defined(_WIN64)

@@ -26,8 +26,26 @@ CMDDATA_API MappingHandle InvalidMapping();
 /// the same view (known by the object, not by the handle's value); views are never unmapped.
 CMDDATA_API unsigned char* MapWholeView(MappingHandle mapping, std::size_t* viewSize);
 
+#if defined(_WIN32)
 /// The calling thread's 32-bit identifier.
 CMDDATA_API std::uint32_t CurrentThreadId();
+#else
+namespace detail {
+/// The calling thread's id once asked for: 0 until then, and 0 again in a forked child, whose
+/// only thread has a new id. Initial-exec: a module that makes messages reads it with one load
+/// beside the thread pointer.
+extern CMDDATA_API __thread std::uint32_t cachedThreadId __attribute__((tls_model("initial-exec")));
+/// Asks the system for the calling thread's id and keeps it in cachedThreadId.
+CMDDATA_API std::uint32_t FetchThreadId();
+}  // namespace detail
+
+/// The calling thread's 32-bit identifier. Inline, since every message's constructor asks for
+/// it: a call into the library cost more than the rest of a small message's construction.
+inline std::uint32_t CurrentThreadId() {
+    const std::uint32_t id = detail::cachedThreadId;
+    return id != 0 ? id : detail::FetchThreadId();
+}
+#endif
 
 /// Converts a NUL-terminated 16-bit text to narrow bytes in the Western ANSI code page (1252),
 /// terminator included, into out[0..outSize). As the system call it mirrors, a destination that
