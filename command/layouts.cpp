@@ -2,11 +2,7 @@
 
 #include "cmddata_internal/procs.h"
 
-template <class P>
-void CCmdHeaderOnly::Fields(P& p) {
-    Header(p);
-}
-CMDDATA_DEFINE_FIELDS(CCmdHeaderOnly)
+CMDDATA_DEFINE_NUMBER_FIELDS(CCmdHeaderOnly)
 
 template <class P>
 void CCmdWordIdListMessage::Fields(P& p) {

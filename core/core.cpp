@@ -2,7 +2,7 @@
 #include "cmddata/core/core.h"
 
 #include "cmddata_internal/procs.h"
-#include "cmddata_internal/transfer.h"
+#include "cmddata/core/transfer.h"
 
 using cmddata::Result;
 namespace result = cmddata::result;

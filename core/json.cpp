@@ -11,7 +11,7 @@
 
 #include "cmddata/core/buffer.h"
 #include "cmddata/core/processor.h"
-#include "cmddata_internal/transfer.h"
+#include "cmddata/core/transfer.h"
 
 namespace cmddata {
 

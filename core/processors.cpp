@@ -7,7 +7,7 @@
 #include "cmddata/core/buffer.h"
 #include "cmddata/core/describe.h"
 #include "cmddata_internal/procs.h"
-#include "cmddata_internal/transfer.h"
+#include "cmddata/core/transfer.h"
 
 namespace cmddata {
 

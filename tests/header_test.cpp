@@ -1,6 +1,10 @@
 // The message header, the header-with-prefix, and the three ways a message frames itself.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <memory>
+#include <string>
+
 #include "cmddata_internal/procs.h"
 #include "helpers.h"
 
@@ -185,4 +189,110 @@ TEST(Header, CopyAndAssignmentTakeEveryWord) {
         EXPECT_EQ(h->GetReserved(), 3u);
         ExpectStatus(*h, 8, 9, 10, 11);
     }
+}
+
+namespace header_test {
+
+// A reader of the caller's own: it counts the raw transfers that reach it.
+class CountingReader : public CCmdReader {
+public:
+    using CCmdReader::Read;
+    cmddata::Result Read(void* destination, std::int32_t count) override {
+        ++calls;
+        return CCmdReader::Read(destination, count);
+    }
+    int calls = 0;
+};
+
+// What a read leaves behind, to set the caller's inline path against the library's processors.
+struct ReadOutcome {
+    cmddata::Result error;
+    std::uint32_t position;
+    std::uint16_t version, reserved;
+    std::uint32_t cmdId, threadId, status[4];
+    bool operator==(const ReadOutcome& o) const {
+        return error == o.error && position == o.position && version == o.version &&
+               reserved == o.reserved && cmdId == o.cmdId && threadId == o.threadId &&
+               std::equal(status, status + 4, o.status);
+    }
+};
+ReadOutcome Outcome(const CCmdReader& r, const CCmdHeaderOnly& m) {
+    return {r.GetLastError(),
+            r.GetPosition(),
+            m.GetVersion(),
+            m.GetReserved(),
+            m.GetCmdId(),
+            m.GetThreadId(),
+            {m.GetStatusWord(1), m.GetStatusWord(2), m.GetStatusWord(3), m.GetStatusWord(4)}};
+}
+
+}  // namespace header_test
+
+// A header-only message runs its field list in the caller's own code; its out-of-line entry runs
+// the same list through the library's processors. Both must leave the same bytes, results,
+// positions and words, for both framings, every cut of the region and either side of the version
+// rule; and a stream of the caller's own must still see every transfer.
+TEST(Header, HeaderOnlyMessagesMoveInTheCallerAsThroughTheLibrary) {
+    std::size_t count = 0;
+    const cmddata::ClassInfo* classes = cmddata::Classes(&count);
+    std::size_t messages = 0, versioned = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        using Object = std::unique_ptr<CCmdCore>;
+        Object a(classes[i].make(1)), b(classes[i].make(1));
+        auto* inCaller = dynamic_cast<CCmdHeaderOnly*>(a.get());
+        auto* inLibrary = dynamic_cast<CCmdHeaderOnly*>(b.get());
+        if (inCaller == nullptr) continue;
+        SCOPED_TRACE(classes[i].name);
+        ++messages;
+        SetStatus(*inCaller, 0x40);
+        SetStatus(*inLibrary, 0x40);
+        const std::string wire = WireHex(*inCaller);
+        const auto size = static_cast<std::uint32_t>(wire.size() / 2);
+        if (size == 24) ++versioned;
+
+        for (std::uint32_t cut = 0; cut <= size; ++cut) {
+            Region ra(cut), rb(cut);
+            CCmdWriter wa = ra.Writer(), wb = rb.Writer();
+            inCaller->CCmdHeaderOnly::Write(wa);  // qualified: the inline code, compiled here
+            inLibrary->WriteOther(wb);
+            EXPECT_EQ(wa.GetLastError(), wb.GetLastError()) << cut;
+            EXPECT_EQ(wa.GetPosition(), wb.GetPosition()) << cut;
+            EXPECT_EQ(ra.bytes(), rb.bytes()) << cut;
+        }
+
+        for (std::uint16_t sender : {0, 1, 2, 9}) {
+            SetVersion(*inCaller, sender);
+            Region full(size);
+            CCmdWriter w = full.Writer();
+            inCaller->CCmdHeaderOnly::Write(w);
+            ASSERT_EQ(w.GetLastError(), 0u);
+            for (std::uint32_t cut = 0; cut <= size; ++cut) {
+                Object x(classes[i].make(1)), y(classes[i].make(1));
+                auto& viaCaller = dynamic_cast<CCmdHeaderOnly&>(*x);
+                auto& viaLibrary = dynamic_cast<CCmdHeaderOnly&>(*y);
+                CCmdReader ra, rb;
+                ra.AttachView(full.data(), cut);
+                rb.AttachView(full.data(), cut);
+                viaCaller.CCmdHeaderOnly::Read(ra);
+                viaLibrary.ReadOther(rb);
+                EXPECT_TRUE(Outcome(ra, viaCaller) == Outcome(rb, viaLibrary))
+                    << "sender version " << sender << ", cut " << cut;
+            }
+            // A reader of the caller's own class takes its own transfers, with the same outcome.
+            Object x(classes[i].make(1)), y(classes[i].make(1));
+            auto& viaOwn = dynamic_cast<CCmdHeaderOnly&>(*x);
+            auto& viaPlain = dynamic_cast<CCmdHeaderOnly&>(*y);
+            CountingReader own;
+            CCmdReader plain;
+            own.AttachView(full.data(), size);
+            plain.AttachView(full.data(), size);
+            viaOwn.CCmdHeaderOnly::Read(own);
+            viaPlain.CCmdHeaderOnly::Read(plain);
+            EXPECT_EQ(own.calls, size == 24 ? 7 : size == 20 ? 5 : 0);  // no framing: nothing
+            EXPECT_TRUE(Outcome(own, viaOwn) == Outcome(plain, viaPlain)) << sender;
+        }
+    }
+    EXPECT_GT(messages, 0u);
+    EXPECT_GT(versioned, 0u);             // the prefix's path is taken
+    EXPECT_GT(messages - versioned, 0u);  // and the bare header's (or none, unframed)
 }

@@ -12,8 +12,8 @@
 #include "cmddata/core/describe.h"
 #include "cmddata/core/fields.h"
 #include "cmddata/core/list.h"
+#include "cmddata/core/transfer.h"
 #include "cmddata_internal/listed.h"
-#include "cmddata_internal/transfer.h"
 
 namespace cmddata {
 namespace detail {
@@ -82,49 +82,6 @@ private:
 };
 using ViaReader = Via<CCmdReader>;
 using ViaWriter = Via<CCmdWriter>;
-
-template <bool Reading>
-struct Direct {
-    Cursor& c;
-    template <std::uint32_t N>
-    CMDDATA_ALWAYS_INLINE Result Fixed(const void* v) {
-        if constexpr (Reading)
-            return ReadFixed<N>(c, const_cast<void*>(v));
-        else
-            return WriteFixed<N>(c, v);
-    }
-    Result Bytes(const void* v, std::int32_t n) {
-        if constexpr (Reading)
-            return ReadRaw(c, const_cast<void*>(v), n);
-        else
-            return WriteRaw(c, v, n);
-    }
-    bool Fits(std::uint32_t count, std::uint32_t min) const { return c.Fits(count, min); }
-    void Exhaust() { c.Exhaust(); }
-    bool Attached() const { return c.pos != nullptr; }
-    std::uint32_t Left() const { return static_cast<std::uint32_t>(c.Left()); }
-    void Fail(Result r) { c.last = r; }
-};
-using DirectReader = Direct<true>;
-using DirectWriter = Direct<false>;
-
-// The version prefix: a sender version above ours makes ours 0.
-// Returns the sender's word, for the describer to report. Inlined: a call would take the cursor's
-// address and keep it on the stack for the whole message.
-template <class X>
-CMDDATA_ALWAYS_INLINE std::uint16_t ReadPrefix(CCmdCore& self, X& x) {
-    std::uint16_t sender = 0;  // stays 0 when the transfer moves nothing
-    x.template Fixed<2>(&sender);
-    x.template Fixed<2>(&Access::Reserved(self));
-    std::uint16_t& own = Access::Version(self);
-    own = own < sender ? 0 : sender;
-    return sender;
-}
-template <class X>
-CMDDATA_ALWAYS_INLINE void WritePrefix(CCmdCore& self, X& x) {
-    x.template Fixed<2>(&Access::Version(self));
-    x.template Fixed<2>(&Access::Reserved(self));
-}
 
 // CCmdString's reading: prefix, count, bytes. The block held before is let go only when a new
 // one replaces it; a count larger than the bytes left is not allocated for.
@@ -461,34 +418,12 @@ struct ListOut {
 
 namespace detail {
 
-// The items of a list whose field lists are in their headers (bare numbers), moved over a cursor
-// local to the list: the compiler keeps it in registers from item to item, where the processor's
-// own cursor would be stored and reloaded around every item's copy. A read has no bound check per
-// item: the list reads items only once its count has passed Fits with the class's smallest wire
-// size, and each of these items is one number, always that size, so all of them lie in the region.
-// A write keeps its checks: nothing has measured the room left for the list's items.
-template <bool Reading>
-class InlineRun : public FieldOps<InlineRun<Reading>> {
-public:
-    explicit InlineRun(Cursor& c) : c_(c) {}
-    template <WireType W, class V>
-    CMDDATA_ALWAYS_INLINE void Scalar(const char*, V& v, V) {
-        if constexpr (Reading)
-            ReadFixedWithin<sizeof(V)>(c_, &v);
-        else
-            WriteFixed<sizeof(V)>(c_, &v);
-    }
-
-private:
-    Cursor& c_;
-};
-
 template <class L>
 constexpr bool kInlineItems = FieldsInHeader<typename L::ItemType>::value;
 
 // How a list of bare numbers read over an inline run keeps its items from one read to the next: a
 // kept item gets a new one's version and reserved word back, and its number is left to the read,
-// which always writes it (see InlineRun). One store (the two words) where making the item anew
+// which always writes it (see NumberRun). One store (the two words) where making the item anew
 // takes three (vtable pointer, words, a zero number). A read of the same list by any other path
 // empties it first (NoRenewal), kept items included.
 template <class T>
@@ -509,7 +444,7 @@ CMDDATA_ALWAYS_INLINE void OverRun(X& x, Walk&& walk) {
     Cursor run = x.c;
     Direct<Reading> rx{run};
     walk(rx, [&run](auto& item) CMDDATA_ALWAYS_INLINE_LAMBDA {
-        InlineRun<Reading> r(run);
+        NumberRun<Reading, true> r(run);
         item.Fields(r);
     });
     x.c = run;
@@ -1019,13 +954,30 @@ inline void FieldProcessor::Image(const char* name, T& object) {
 /// Defines Read, Write, RemoveAll, Visit and the processor entry points of Class from its
 /// one field list. Put it after the definition of Class::Fields. Visit calls the listed
 /// check (listed.h): Class must be in its family's class list.
-#define CMDDATA_DEFINE_FIELDS(Class)                                             \
-    void Class::Read(CCmdReader& reader) {                                       \
-        cmddata::RunStream(reader, [this](auto& p) { Fields(p); });              \
-    }                                                                            \
-    void Class::Write(CCmdWriter& writer) {                                      \
-        cmddata::RunStream(writer, [this](auto& p) { Fields(p); });              \
-    }                                                                            \
+#define CMDDATA_DEFINE_FIELDS(Class)                                \
+    void Class::Read(CCmdReader& reader) {                          \
+        cmddata::RunStream(reader, [this](auto& p) { Fields(p); }); \
+    }                                                               \
+    void Class::Write(CCmdWriter& writer) {                         \
+        cmddata::RunStream(writer, [this](auto& p) { Fields(p); }); \
+    }                                                               \
+    CMDDATA_DEFINE_FIELD_JOBS(Class)
+
+/// The same for a class declared with CMDDATA_NUMBER_FIELDS, whose Read and Write are inline:
+/// its entries for the streams that those leave out.
+#define CMDDATA_DEFINE_NUMBER_FIELDS(Class)                                           \
+    void Class::ReadOther(CCmdReader& reader) {                                       \
+        auto fields = [this](auto& p) { Fields(p); };                                 \
+        cmddata::RunOther<cmddata::ReadProc, cmddata::ReadViaProc>(reader, fields);   \
+    }                                                                                 \
+    void Class::WriteOther(CCmdWriter& writer) {                                      \
+        auto fields = [this](auto& p) { Fields(p); };                                 \
+        cmddata::RunOther<cmddata::WriteProc, cmddata::WriteViaProc>(writer, fields); \
+    }                                                                                 \
+    CMDDATA_DEFINE_FIELD_JOBS(Class)
+
+/// What both define besides Read and Write.
+#define CMDDATA_DEFINE_FIELD_JOBS(Class)                                         \
     void Class::RemoveAll() {                                                    \
         CmdDataResetHeader(this);                                                \
         cmddata::ResetProc p;                                                    \

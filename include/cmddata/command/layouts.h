@@ -14,10 +14,14 @@
 /// A message that carries its header and nothing else (20 bytes on the wire).
 class CMDDATA_API CCmdHeaderOnly : public CCmdBase {
 public:
-    CMDDATA_FIELDS(CCmdHeaderOnly)
+    CMDDATA_NUMBER_FIELDS(CCmdHeaderOnly)
     CCmdHeaderOnly(std::uint32_t commandId, std::uint16_t version, std::uint16_t reserved)
         : CCmdBase(commandId, version, reserved) {}
 };
+template <class P>
+inline void CCmdHeaderOnly::Fields(P& p) {
+    Header(p);
+}
 
 /// Both messages of a command that carry the header alone, C<Command>Snd and C<Command>Rcv,
 /// declared in one line: CMDDATA_HEADER_ONLY_COMMAND(GetVimInfo);

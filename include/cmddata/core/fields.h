@@ -23,6 +23,7 @@
 #include <type_traits>
 
 #include "cmddata/core/core.h"
+#include "cmddata/core/transfer.h"
 
 namespace cmddata {
 namespace detail {
@@ -52,9 +53,24 @@ class SettleProc;
 /// Declares the field list of Class and the operations that come from it. It changes no access:
 /// put it among the public members. The processors reach nested records through the friends,
 /// which are the library's own and not exported.
-#define CMDDATA_FIELDS(Class)                                            \
-    void Read(CCmdReader& reader) override;                              \
-    void Write(CCmdWriter& writer) override;                             \
+#define CMDDATA_FIELDS(Class)                \
+    void Read(CCmdReader& reader) override;  \
+    void Write(CCmdWriter& writer) override; \
+    CMDDATA_FIELD_JOBS(Class)
+
+/// CMDDATA_FIELDS for a message whose field list holds numbers only and is defined in its header,
+/// after the class: Read and Write run it in the caller's own code (ReadInline, transfer.h), so
+/// that a small message costs no call. ReadOther and WriteOther are the out-of-line entries for
+/// every other stream; the library defines them with CMDDATA_DEFINE_NUMBER_FIELDS.
+#define CMDDATA_NUMBER_FIELDS(Class)                                                         \
+    void Read(CCmdReader& reader) override { cmddata::detail::ReadInline(reader, *this); }   \
+    void Write(CCmdWriter& writer) override { cmddata::detail::WriteInline(writer, *this); } \
+    void ReadOther(CCmdReader& reader);                                                      \
+    void WriteOther(CCmdWriter& writer);                                                     \
+    CMDDATA_FIELD_JOBS(Class)
+
+/// What both declare besides Read and Write.
+#define CMDDATA_FIELD_JOBS(Class)                                        \
     void RemoveAll() override;                                           \
     void Visit(cmddata::FieldProcessor& p) override;                     \
     template <class P>                                                   \

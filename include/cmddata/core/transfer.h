@@ -1,5 +1,7 @@
-// The raw transfer, inlined for fixed widths: bound check, copy, verification compare, advance.
-// Library-internal.
+// The raw transfer, inlined for fixed widths: bound check, copy, verification compare, advance;
+// and the runs of numbers over it that a caller's own code may inline (ReadInline). Everything
+// here is the library's machinery, not an interface: it sits in a public header only so that a
+// message of numbers alone is read and written without a call.
 #pragma once
 
 #include <cassert>
@@ -8,6 +10,7 @@
 #include <type_traits>
 
 #include "cmddata/core/core.h"
+#include "cmddata/core/processor.h"
 
 // CMDDATA_ALWAYS_INLINE (export.h) for a lambda, written after its parameters.
 #define CMDDATA_ALWAYS_INLINE_LAMBDA __attribute__((always_inline))
@@ -247,6 +250,117 @@ inline Result OnStream(CCmdStreamBase& s, Raw raw) {
     const Result r = raw(c);
     c.To(s);
     return r;
+}
+
+// The transfers of a stream processor over a cursor (the stream is exactly CCmdReader or
+// CCmdWriter): the width-checked numbers and the raw runs, and the cursor's own checks.
+template <bool Reading>
+struct Direct {
+    Cursor& c;
+    template <std::uint32_t N>
+    CMDDATA_ALWAYS_INLINE Result Fixed(const void* v) {
+        if constexpr (Reading)
+            return ReadFixed<N>(c, const_cast<void*>(v));
+        else
+            return WriteFixed<N>(c, v);
+    }
+    Result Bytes(const void* v, std::int32_t n) {
+        if constexpr (Reading)
+            return ReadRaw(c, const_cast<void*>(v), n);
+        else
+            return WriteRaw(c, v, n);
+    }
+    bool Fits(std::uint32_t count, std::uint32_t min) const { return c.Fits(count, min); }
+    void Exhaust() { c.Exhaust(); }
+    bool Attached() const { return c.pos != nullptr; }
+    std::uint32_t Left() const { return static_cast<std::uint32_t>(c.Left()); }
+    void Fail(Result r) { c.last = r; }
+};
+using DirectReader = Direct<true>;
+using DirectWriter = Direct<false>;
+
+// The version prefix: a sender version above ours makes ours 0.
+// Returns the sender's word, for the describer to report. Inlined: a call would take the cursor's
+// address and keep it on the stack for the whole message.
+template <class X>
+CMDDATA_ALWAYS_INLINE std::uint16_t ReadPrefix(CCmdCore& self, X& x) {
+    std::uint16_t sender = 0;  // stays 0 when the transfer moves nothing
+    x.template Fixed<2>(&sender);
+    x.template Fixed<2>(&Access::Reserved(self));
+    std::uint16_t& own = Access::Version(self);
+    own = own < sender ? 0 : sender;
+    return sender;
+}
+template <class X>
+CMDDATA_ALWAYS_INLINE void WritePrefix(CCmdCore& self, X& x) {
+    x.template Fixed<2>(&Access::Version(self));
+    x.template Fixed<2>(&Access::Reserved(self));
+}
+
+// A run of numbers over a cursor of the caller's: the items of a list of bare numbers, and the
+// whole field list of a message of numbers only (ReadInline). In a local cursor the compiler
+// keeps the position in registers from field to field, where a processor's own cursor would be
+// stored and reloaded around every copy. With Within, a read has no bound check per field: a
+// list reads its items only once its count has passed Fits with the class's smallest wire size,
+// and each item is one number of that size, so all of them lie in the region. A write always
+// keeps its checks: nothing has measured the room left.
+template <bool Reads, bool Within = false>
+class NumberRun : public FieldOps<NumberRun<Reads, Within>> {
+public:
+    explicit NumberRun(Cursor& c) : c_(c) {}
+    static constexpr bool Reading() { return Reads; }
+    static bool Since(const CCmdCore& self, std::uint16_t v) { return self.GetVersion() >= v; }
+    CMDDATA_ALWAYS_INLINE void Prefix(CCmdCore& self) {
+        Direct<Reads> x{c_};
+        if constexpr (Reads)
+            ReadPrefix(self, x);
+        else
+            WritePrefix(self, x);
+    }
+    template <WireType W, class V>
+    CMDDATA_ALWAYS_INLINE void Scalar(const char*, V& v, V) {
+        if constexpr (!Reads)
+            WriteFixed<sizeof(V)>(c_, &v);
+        else if constexpr (Within)
+            ReadFixedWithin<sizeof(V)>(c_, &v);
+        else
+            ReadFixed<sizeof(V)>(c_, &v);
+    }
+    template <class T>
+    void Unsent(const char*, T&) {}
+
+private:
+    Cursor& c_;
+};
+
+// Read and Write of a message of numbers only (CMDDATA_NUMBER_FIELDS), inlined into the caller:
+// the stream's state is taken into a local cursor, the field list runs over it and the state
+// goes back, with no call. Only a stream whose type_info is the library's CCmdReader /
+// CCmdWriter itself is taken here; any other (a class of the caller's own, or a program's own
+// copy of the type_info, as under the Windows DLL) goes to the class's out-of-line entry, which
+// decides as every other class's Read does. The results, last errors and positions are those of
+// the out-of-line path.
+template <class T>
+CMDDATA_ALWAYS_INLINE void ReadInline(CCmdReader& reader, T& object) {
+    if (__builtin_expect(IsPlainAtOnce(reader), true)) {
+        Cursor c = Cursor::Of(reader);
+        NumberRun<true> p(c);
+        object.Fields(p);
+        c.To(reader);
+    } else {
+        object.ReadOther(reader);
+    }
+}
+template <class T>
+CMDDATA_ALWAYS_INLINE void WriteInline(CCmdWriter& writer, T& object) {
+    if (__builtin_expect(IsPlainAtOnce(writer), true)) {
+        Cursor c = Cursor::Of(writer);
+        NumberRun<false> p(c);
+        object.Fields(p);
+        c.To(writer);
+    } else {
+        object.WriteOther(writer);
+    }
 }
 
 }  // namespace detail
