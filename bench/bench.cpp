@@ -369,12 +369,16 @@ void AddShape(const std::string& shape, std::shared_ptr<Plain> mirror, Make make
 
     // ---- write ----
     Add(w + "cmddata", [=](auto& s) {
+        // A message of a class the caller's code knows, as a caller writes one and as the reads
+        // below read one (a copy: equal, its texts and buffers shared). Through a pointer of an
+        // unknown class the same code is reached by one more call.
+        Ours message(*ours);
         CCmdWriter wr;
         for (auto _ : s) {
             wr.AttachView(region, capacity);
-            wr.Write(ours.get());
+            wr.Write(&message);
         }
-        if (wr.GetLastError() != 0) s.SkipWithError("write failed");
+        if (wr.GetLastError() != 0 || wr.GetPosition() != ourSize) s.SkipWithError("write failed");
     });
     auto limitWrite = [=](auto compare) {
         return [=](auto& s) { LimitWrite<decltype(compare)::value>(s, region, capacity, *mirror); };
