@@ -438,13 +438,14 @@ struct NumberRenewal {
 
 // Hands walk a transfer over the run's own cursor, for the list's prefix and count, and the
 // per-item transfer: the run's cursor takes over from x's before the list and hands back after
-// it. The item is generic, so a list of other items never checks this branch.
+// it. The item is generic, so a list of other items never checks this branch. Only a read runs
+// its items Within: its count has passed Fits, where nothing has measured a write's room.
 template <bool Reading, class X, class Walk>
 CMDDATA_ALWAYS_INLINE void OverRun(X& x, Walk&& walk) {
     Cursor run = x.c;
     Direct<Reading> rx{run};
     walk(rx, [&run](auto& item) CMDDATA_ALWAYS_INLINE_LAMBDA {
-        NumberRun<Reading, true> r(run);
+        NumberRun<Reading, /*Within=*/Reading> r(run);
         item.Fields(r);
     });
     x.c = run;

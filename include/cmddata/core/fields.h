@@ -59,14 +59,14 @@ class SettleProc;
     CMDDATA_FIELD_JOBS(Class)
 
 /// CMDDATA_FIELDS for a message whose field list holds numbers only and is defined in its header,
-/// after the class: Read and Write run it in the caller's own code (ReadInline, transfer.h), so
+/// after the class: Read and Write run it in the caller's own code (RunInline, transfer.h), so
 /// that a small message costs no call. ReadOther and WriteOther are the out-of-line entries for
 /// every other stream; the library defines them with CMDDATA_DEFINE_NUMBER_FIELDS.
-#define CMDDATA_NUMBER_FIELDS(Class)                                                         \
-    void Read(CCmdReader& reader) override { cmddata::detail::ReadInline(reader, *this); }   \
-    void Write(CCmdWriter& writer) override { cmddata::detail::WriteInline(writer, *this); } \
-    void ReadOther(CCmdReader& reader);                                                      \
-    void WriteOther(CCmdWriter& writer);                                                     \
+#define CMDDATA_NUMBER_FIELDS(Class)                                                       \
+    void Read(CCmdReader& reader) override { cmddata::detail::RunInline(reader, *this); }  \
+    void Write(CCmdWriter& writer) override { cmddata::detail::RunInline(writer, *this); } \
+    void ReadOther(CCmdReader& reader);                                                    \
+    void WriteOther(CCmdWriter& writer);                                                   \
     CMDDATA_FIELD_JOBS(Class)
 
 /// What both declare besides Read and Write.

@@ -1,5 +1,5 @@
 // The raw transfer, inlined for fixed widths: bound check, copy, verification compare, advance;
-// and the runs of numbers over it that a caller's own code may inline (ReadInline). Everything
+// and the runs of numbers over it that a caller's own code may inline (RunInline). Everything
 // here is the library's machinery, not an interface: it sits in a public header only so that a
 // message of numbers alone is read and written without a call.
 #pragma once
@@ -298,12 +298,12 @@ CMDDATA_ALWAYS_INLINE void WritePrefix(CCmdCore& self, X& x) {
 }
 
 // A run of numbers over a cursor of the caller's: the items of a list of bare numbers, and the
-// whole field list of a message of numbers only (ReadInline). In a local cursor the compiler
-// keeps the position in registers from field to field, where a processor's own cursor would be
-// stored and reloaded around every copy. With Within, a read has no bound check per field: a
-// list reads its items only once its count has passed Fits with the class's smallest wire size,
-// and each item is one number of that size, so all of them lie in the region. A write always
-// keeps its checks: nothing has measured the room left.
+// whole field list of a message of numbers only (RunInline). In a local cursor the compiler keeps
+// the position in registers from field to field, where a processor's own cursor would be stored
+// and reloaded around every copy. With Within, no field is checked against the end: the caller
+// has found the whole run in the region already (a list's read, by its count's Fits with the
+// class's smallest wire size, each item being one number of that size; a message, by its
+// NumberBound).
 template <bool Reads, bool Within = false>
 class NumberRun : public FieldOps<NumberRun<Reads, Within>> {
 public:
@@ -311,55 +311,79 @@ public:
     static constexpr bool Reading() { return Reads; }
     static bool Since(const CCmdCore& self, std::uint16_t v) { return self.GetVersion() >= v; }
     CMDDATA_ALWAYS_INLINE void Prefix(CCmdCore& self) {
-        Direct<Reads> x{c_};
         if constexpr (Reads)
-            ReadPrefix(self, x);
+            ReadPrefix(self, *this);
         else
-            WritePrefix(self, x);
+            WritePrefix(self, *this);
     }
     template <WireType W, class V>
     CMDDATA_ALWAYS_INLINE void Scalar(const char*, V& v, V) {
-        if constexpr (!Reads)
-            WriteFixed<sizeof(V)>(c_, &v);
-        else if constexpr (Within)
-            ReadFixedWithin<sizeof(V)>(c_, &v);
-        else
-            ReadFixed<sizeof(V)>(c_, &v);
+        Fixed<sizeof(V)>(&v);
     }
     template <class T>
     void Unsent(const char*, T&) {}
+
+    template <std::uint32_t N>
+    CMDDATA_ALWAYS_INLINE void Fixed(void* v) {
+        if constexpr (Within) {
+            assert(c_.pos != nullptr && N <= c_.Left());
+            MoveFixed<N>(c_, v, Reads);
+        } else {
+            TransferFixed<N>(c_, v, Reads);
+        }
+    }
 
 private:
     Cursor& c_;
 };
 
+// The most bytes a field list of numbers can take: every field that a version test may leave
+// out is counted in. Version tests only ever add fields (the schema's walk, which lists every
+// field, counts on it too), so that a run finding this many bytes left cannot pass the end.
+template <bool Reads>
+class NumberBound : public FieldOps<NumberBound<Reads>> {
+public:
+    static constexpr bool Reading() { return Reads; }
+    static constexpr bool Since(const CCmdCore&, std::uint16_t) { return true; }
+    void Prefix(CCmdCore&) { bytes += 4; }
+    template <WireType W, class V>
+    void Scalar(const char*, V&, V) {
+        bytes += sizeof(V);
+    }
+    template <class T>
+    void Unsent(const char*, T&) {}
+
+    std::uint32_t bytes = 0;
+};
+
 // Read and Write of a message of numbers only (CMDDATA_NUMBER_FIELDS), inlined into the caller:
 // the stream's state is taken into a local cursor, the field list runs over it and the state
-// goes back, with no call. Only a stream whose type_info is the library's CCmdReader /
+// goes back, with no call. When the region holds the list's NumberBound, the run checks that
+// once instead of once per field; otherwise each field is checked, and a region cut short gives
+// what it gives every other class. Only a stream whose type_info is the library's CCmdReader /
 // CCmdWriter itself is taken here; any other (a class of the caller's own, or a program's own
 // copy of the type_info, as under the Windows DLL) goes to the class's out-of-line entry, which
 // decides as every other class's Read does. The results, last errors and positions are those of
 // the out-of-line path.
-template <class T>
-CMDDATA_ALWAYS_INLINE void ReadInline(CCmdReader& reader, T& object) {
-    if (__builtin_expect(IsPlainAtOnce(reader), true)) {
-        Cursor c = Cursor::Of(reader);
-        NumberRun<true> p(c);
-        object.Fields(p);
-        c.To(reader);
+template <class Stream, class T>
+CMDDATA_ALWAYS_INLINE void RunInline(Stream& stream, T& object) {
+    constexpr bool reads = std::is_same_v<Stream, CCmdReader>;
+    if (__builtin_expect(IsPlainAtOnce(stream), true)) {
+        Cursor c = Cursor::Of(stream);
+        NumberBound<reads> bound;
+        object.Fields(bound);
+        if (__builtin_expect(c.pos != nullptr && bound.bytes <= c.Left(), true)) {
+            NumberRun<reads, true> p(c);
+            object.Fields(p);
+        } else {
+            NumberRun<reads> p(c);
+            object.Fields(p);
+        }
+        c.To(stream);
+    } else if constexpr (reads) {
+        object.ReadOther(stream);
     } else {
-        object.ReadOther(reader);
-    }
-}
-template <class T>
-CMDDATA_ALWAYS_INLINE void WriteInline(CCmdWriter& writer, T& object) {
-    if (__builtin_expect(IsPlainAtOnce(writer), true)) {
-        Cursor c = Cursor::Of(writer);
-        NumberRun<false> p(c);
-        object.Fields(p);
-        c.To(writer);
-    } else {
-        object.WriteOther(writer);
+        object.WriteOther(stream);
     }
 }
 
