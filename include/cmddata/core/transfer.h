@@ -220,14 +220,6 @@ template <std::uint32_t N>
 CMDDATA_ALWAYS_INLINE Result ReadFixed(Cursor& c, void* destination) {
     return TransferFixed<N>(c, destination, true);
 }
-/// ReadFixed for a number the caller has already found in the region: the bound check of the
-/// whole run it belongs to stands for its own (a list's count check, where every item is one
-/// number of that width). The results and the position are those of ReadFixed.
-template <std::uint32_t N>
-CMDDATA_ALWAYS_INLINE Result ReadFixedWithin(Cursor& c, void* destination) {
-    assert(c.pos != nullptr && N <= c.Left());
-    return MoveFixed<N>(c, destination, true);
-}
 template <std::uint32_t N>
 CMDDATA_ALWAYS_INLINE Result WriteFixed(Cursor& c, const void* source) {
     return TransferFixed<N>(c, const_cast<void*>(source), false);
@@ -323,6 +315,8 @@ public:
     template <class T>
     void Unsent(const char*, T&) {}
 
+    // Within, the check of the whole run stands for the number's own; the results and the
+    // position are those of the checked transfer.
     template <std::uint32_t N>
     CMDDATA_ALWAYS_INLINE void Fixed(void* v) {
         if constexpr (Within) {
