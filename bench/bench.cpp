@@ -630,7 +630,8 @@ void PrintTables(const Collector& c) {
     std::printf("\n== Scaling: ns per item (cmddata | limit) ==\n");
     for (const char* list : {"S5-words", "S5-texts"})
         for (const char* op : kOps) {
-            std::printf("%-9s %-12s", list, op);
+            std::string row;
+            char cell[96];
             double first = 0, last = 0, lo = 0, hi = 0;
             for (const std::string& shape : g_shapes) {
                 if (shape.compare(0, std::strlen(list), list) != 0) continue;
@@ -638,25 +639,38 @@ void PrintTables(const Collector& c) {
                 const double ours = c.Get(shape + "/" + op + "/cmddata") / m.items;
                 const double limit = c.Get(shape + "/" + op + "/limit") / m.items;
                 if (ours <= 0) continue;
-                std::printf("  %s: %.2f | %.2f", shape.substr(shape.find('=') + 1).c_str(), ours,
-                            limit);
+                char limitCell[32] = "-";
+                if (limit > 0) std::snprintf(limitCell, sizeof limitCell, "%.2f", limit);
+                std::snprintf(cell, sizeof cell, "  %s: %.2f | %s",
+                              shape.substr(shape.find('=') + 1).c_str(), ours, limitCell);
+                row += cell;
                 if (first == 0) first = ours;
                 last = ours;
                 lo = lo == 0 ? ours : std::min(lo, ours);
                 hi = std::max(hi, ours);
             }
-            std::printf("  max/min %s, last/first %s\n", Ratio(hi, lo).c_str(),
-                        Ratio(last, first).c_str());
+            if (row.empty()) continue;  // filtered out of this run
+            std::printf("%-9s %-12s%s  max/min %s, last/first %s\n", list, op, row.c_str(),
+                        Ratio(hi, lo).c_str(), Ratio(last, first).c_str());
         }
 
     std::printf("\n== JSON codec, MB of JSON text per second (cmddata::ToJson / FromJson) ==\n");
     for (const std::string& shape : g_shapes) {
         const auto it = g_json.find(shape);
         if (it == g_json.end()) continue;
-        const double mb = static_cast<double>(it->second) / 1e6;
-        std::printf("%-20s %10zu B   out %8.1f MB/s   in %8.1f MB/s\n", shape.c_str(), it->second,
-                    mb / c.Get(shape + "/json-out/cmddata") * 1e9,
-                    mb / c.Get(shape + "/json-in/cmddata") * 1e9);
+        const double out = c.Get(shape + "/json-out/cmddata");
+        const double in = c.Get(shape + "/json-in/cmddata");
+        if (out <= 0 && in <= 0) continue;  // filtered out of this run
+        // A direction that did not run shows "-", not a speed divided by zero.
+        const auto rate = [&](double ns) {
+            char s[32] = "-";
+            if (ns > 0)
+                std::snprintf(s, sizeof s, "%.1f",
+                              static_cast<double>(it->second) / 1e6 / ns * 1e9);
+            return std::string(s);
+        };
+        std::printf("%-20s %10zu B   out %8s MB/s   in %8s MB/s\n", shape.c_str(), it->second,
+                    rate(out).c_str(), rate(in).c_str());
     }
 
     const double bulk = c.Get("S4-bulk/write/limit+cmp");
