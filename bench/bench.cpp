@@ -585,12 +585,16 @@ public:
 const char* const kImpls[] = {"cmddata", "limit", "limit+cmp", "cereal", "protobuf", "pb-arena"};
 const char* const kOps[] = {"write", "read-fresh", "read-reused"};
 
-std::string Ratio(double a, double b) {
-    if (a <= 0 || b <= 0) return "-";
+// A measured value with the given decimals, or "-" where nothing was measured (a benchmark
+// filtered out of the run reads as 0).
+std::string Cell(double v, int decimals = 2) {
+    if (!(v > 0)) return "-";
     char s[32];
-    std::snprintf(s, sizeof s, "%.2f", a / b);
+    std::snprintf(s, sizeof s, "%.*f", decimals, v);
     return s;
 }
+
+std::string Ratio(double a, double b) { return a > 0 && b > 0 ? Cell(a / b) : "-"; }
 
 void PrintTables(const Collector& c) {
     std::printf(
@@ -639,10 +643,8 @@ void PrintTables(const Collector& c) {
                 const double ours = c.Get(shape + "/" + op + "/cmddata") / m.items;
                 const double limit = c.Get(shape + "/" + op + "/limit") / m.items;
                 if (ours <= 0) continue;
-                char limitCell[32] = "-";
-                if (limit > 0) std::snprintf(limitCell, sizeof limitCell, "%.2f", limit);
                 std::snprintf(cell, sizeof cell, "  %s: %.2f | %s",
-                              shape.substr(shape.find('=') + 1).c_str(), ours, limitCell);
+                              shape.substr(shape.find('=') + 1).c_str(), ours, Cell(limit).c_str());
                 row += cell;
                 if (first == 0) first = ours;
                 last = ours;
@@ -661,16 +663,11 @@ void PrintTables(const Collector& c) {
         const double out = c.Get(shape + "/json-out/cmddata");
         const double in = c.Get(shape + "/json-in/cmddata");
         if (out <= 0 && in <= 0) continue;  // filtered out of this run
-        // A direction that did not run shows "-", not a speed divided by zero.
-        const auto rate = [&](double ns) {
-            char s[32] = "-";
-            if (ns > 0)
-                std::snprintf(s, sizeof s, "%.1f",
-                              static_cast<double>(it->second) / 1e6 / ns * 1e9);
-            return std::string(s);
-        };
+        // MB per s = bytes / 1e6 / (ns / 1e9); a direction that did not run shows "-".
+        const double mbs = static_cast<double>(it->second) * 1e3;
         std::printf("%-20s %10zu B   out %8s MB/s   in %8s MB/s\n", shape.c_str(), it->second,
-                    rate(out).c_str(), rate(in).c_str());
+                    Cell(out > 0 ? mbs / out : 0, 1).c_str(),
+                    Cell(in > 0 ? mbs / in : 0, 1).c_str());
     }
 
     const double bulk = c.Get("S4-bulk/write/limit+cmp");
